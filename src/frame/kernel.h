@@ -1,0 +1,101 @@
+// The generic row kernel: a block loop over the first pixels of a row by one form,
+// then a tail over the rest by another. Which pixel falls into which is part of
+// each function's behaviour, so the split is computed exactly as
+// width & ~(Cover - 1); the vector code only speeds up the block part and its
+// scalar twin (the block form's pixel()) computes the same lanes.
+#pragma once
+
+#include "frame/layouts.h"
+
+namespace lum {
+
+// What a destination's alpha (fourth channel) becomes.
+enum class Alpha {
+  Keep,    // not written
+  Zero,    // written as 0
+  Aval,    // written as the caller's aval
+  Source,  // written as the source pixel's alpha
+};
+
+// Per-call constants handed to the row kernels.
+struct RowCtx {
+  int aval = 0;
+};
+
+namespace detail {
+template <Alpha A>
+inline void setAlpha(layout::Px& o, const layout::Px& in, const RowCtx& c) {
+  if constexpr (A == Alpha::Zero) o.v[3] = 0;
+  if constexpr (A == Alpha::Aval) o.v[3] = c.aval;
+  if constexpr (A == Alpha::Source) o.v[3] = in.v[3];
+}
+#if LUM_SIMD_SSE
+template <Alpha A>
+inline void setAlpha(layout::Vx& o, const layout::Vx& in, const RowCtx& c) {
+  if constexpr (A == Alpha::Zero) o.v[3] = _mm_setzero_si128();
+  if constexpr (A == Alpha::Aval) o.v[3] = _mm_set1_epi16(int16_t(c.aval));
+  if constexpr (A == Alpha::Source) o.v[3] = in.v[3];
+}
+#endif
+}  // namespace detail
+
+// Form that marks "no block loop": every pixel goes to the tail.
+struct NoBlock {};
+
+// Runs one form over pixels [x0, x1) of a row by the scalar pixel() rule.
+template <class Form, class Src, class Dst, Alpha A>
+inline void runPixels(const SrcPlanes& s, const DstPlanes& d, int x0, int x1, const RowCtx& c) {
+  for (int x = x0; x < x1; ++x) {
+    layout::Px in, out;
+    Src::load(s, x, in);
+    Form::pixel(in.v, out.v);
+    detail::setAlpha<A>(out, in, c);
+    Dst::template store<A != Alpha::Keep>(d, x, out);
+  }
+}
+
+// Runs a block form over pixels [x0, x1): groups of 8 by the vector block where
+// the build has one, the rest by the form's scalar twin.
+template <class Form, class Src, class Dst, Alpha A>
+inline void runBlocks(const SrcPlanes& s, const DstPlanes& d, int x0, int x1, const RowCtx& c) {
+  int x = x0;
+#if LUM_SIMD_SSE
+  if (useVector()) {
+    for (; x + 8 <= x1; x += 8) {
+      layout::Vx in, out;
+      Src::load(s, x, in);
+      Form::block(in.v, out.v);
+      detail::setAlpha<A>(out, in, c);
+      Dst::template store<A != Alpha::Keep>(d, x, out);
+    }
+  }
+#endif
+  runPixels<Form, Src, Dst, A>(s, d, x, x1, c);
+}
+
+// Row kernel: Cover is the block granularity (the block form covers
+// width & ~(Cover - 1) pixels; 1 puts every pixel through the block form), the
+// tail form takes the rest. BlockAlpha and TailAlpha say what each writes as alpha.
+template <int Cover, class BlockForm, class TailForm, class Src, class Dst,
+          Alpha BlockAlpha = Alpha::Keep, Alpha TailAlpha = BlockAlpha>
+struct BlockThenTail {
+  static void row(const SrcPlanes& s, const DstPlanes& d, int width, const RowCtx& c) {
+    int blockEnd = 0;
+    if constexpr (!std::is_same_v<BlockForm, NoBlock>) {
+      blockEnd = width & ~(Cover - 1);
+      runBlocks<BlockForm, Src, Dst, BlockAlpha>(s, d, 0, blockEnd, c);
+    }
+    if constexpr (!std::is_same_v<TailForm, NoBlock>)
+      runPixels<TailForm, Src, Dst, TailAlpha>(s, d, blockEnd, width, c);
+  }
+  // Whole region, row by row.
+  static void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, const RowCtx& c = {}) {
+    for (int y = 0; y < roi.height; ++y) row(s.row(y), d.row(y), roi.width, c);
+  }
+};
+
+// Every pixel by the tail form alone.
+template <class TailForm, class Src, class Dst, Alpha A = Alpha::Keep>
+using TailOnly = BlockThenTail<1, NoBlock, TailForm, Src, Dst, A, A>;
+
+}  // namespace lum
