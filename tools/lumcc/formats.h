@@ -23,13 +23,26 @@ struct Format {
   std::function<LumStatus(const std::vector<uint8_t>&, Image&)> toRgb;
   // RGB image -> file bytes. Returns the library's status.
   std::function<LumStatus(const Image&, std::vector<uint8_t>&)> fromRgb;
-  bool needsMatrix709 = false;  // reserved for BT.709 variants chosen by --matrix 709
+  std::string matrix = "601";  // coefficient set, chosen by --matrix (601 or 709)
+};
+
+// A direct conversion between two raw formats that needs no trip through RGB
+// (layout changes): file bytes in, file bytes out (sized by the target's fileBytes).
+struct Route {
+  std::string from, to;
+  std::function<LumStatus(const std::vector<uint8_t>& in, int w, int h, std::vector<uint8_t>& out)> run;
 };
 
 // All registered formats, in registration order.
 std::vector<Format>& formats();
-const Format* findFormat(const std::string& name);
+// The format of that name for the matrix; falls back to the 601 entry when the
+// name has no entry of that matrix.
+const Format* findFormat(const std::string& name, const std::string& matrix = "601");
 // Registers a format; used by static registrars in the format files.
 bool registerFormat(Format f);
+
+std::vector<Route>& routes();
+const Route* findRoute(const std::string& from, const std::string& to);
+bool registerRoute(Route r);
 
 }  // namespace lumcli

@@ -28,9 +28,9 @@ void printHelp() {
       "commands:\n"
       "  demo [DIR]    convert an embedded test image RGB -> YCbCr -> RGB and RGB -> YUV -> RGB,\n"
       "                print timings and PSNR, write the images to DIR (default: .)\n"
-      "  convert [--from FMT] [--to FMT] [--size WxH] IN OUT\n"
+      "  convert [--from FMT] [--to FMT] [--size WxH] [--matrix 601|709] IN OUT\n"
       "                convert IN to OUT; .ppm files are RGB and need no --from/--to;\n"
-      "                raw files need --size\n"
+      "                raw files need --size; --matrix picks the BT.601 or BT.709 forms\n"
       "  info          print the library version and build\n"
       "  help          print this text\n\n"
       "raw formats:\n");
@@ -138,7 +138,7 @@ bool endsWith(const std::string& s, const char* suffix) {
 }
 
 int convert(const std::vector<std::string>& args) {
-  std::string from, to, in, out;
+  std::string from, to, in, out, matrix = "601";
   int w = 0, h = 0;
   for (size_t i = 0; i < args.size(); ++i) {
     const std::string& a = args[i];
@@ -148,6 +148,10 @@ int convert(const std::vector<std::string>& args) {
     };
     if (a == "--from") from = value();
     else if (a == "--to") to = value();
+    else if (a == "--matrix") {
+      matrix = value();
+      if (matrix != "601" && matrix != "709") throw std::invalid_argument("--matrix takes 601 or 709");
+    }
     else if (a == "--size") {
       const std::string v = value();
       if (std::sscanf(v.c_str(), "%dx%d", &w, &h) != 2 || w < 1 || h < 1)
@@ -162,12 +166,34 @@ int convert(const std::vector<std::string>& args) {
   if (to.empty() && endsWith(out, ".ppm")) to = "ppm";
   if (from.empty() || to.empty()) throw std::invalid_argument("give --from and --to for raw files");
 
+  // A direct route between two raw layouts keeps every sample exact.
+  if (const Route* r = findRoute(from, to)) {
+    const Format* fi = findFormat(from, matrix);
+    const Format* fo = findFormat(to, matrix);
+    if (!fi || !fo) throw std::invalid_argument("unknown format in route " + from + " -> " + to);
+    if (w < 1) throw std::invalid_argument("raw input needs --size WxH");
+    const auto bytes = readFile(in);
+    const size_t want = fi->fileBytes(w, h), outBytes = fo->fileBytes(w, h);
+    if (want == 0 || outBytes == 0)
+      throw std::invalid_argument(from + " -> " + to + " does not allow the size " + std::to_string(w) + "x" +
+                                  std::to_string(h));
+    if (bytes.size() != want)
+      throw std::runtime_error(in + ": file is " + std::to_string(bytes.size()) + " bytes, a " + std::to_string(w) +
+                               "x" + std::to_string(h) + " " + from + " frame is " + std::to_string(want));
+    std::vector<uint8_t> outData(outBytes);
+    const LumStatus s = r->run(bytes, w, h, outData);
+    if (s < 0) throw std::runtime_error(std::string("conversion refused: ") + statusName(s));
+    writeFile(out, outData);
+    std::printf("%s (%s) -> %s (%s), %dx%d\n", in.c_str(), from.c_str(), out.c_str(), to.c_str(), w, h);
+    return kExitOk;
+  }
+
   Image rgb;
   if (from == "ppm") {
     rgb = readPnm(in);
     if (rgb.channels != 3) throw std::runtime_error(in + ": a PPM (P6) colour image is needed");
   } else {
-    const Format* f = findFormat(from);
+    const Format* f = findFormat(from, matrix);
     if (!f) throw std::invalid_argument("unknown format '" + from + "' (see lumcc help)");
     if (w < 1) throw std::invalid_argument("raw input needs --size WxH");
     const size_t want = f->fileBytes(w, h);
@@ -186,7 +212,7 @@ int convert(const std::vector<std::string>& args) {
   if (to == "ppm") {
     writePnm(out, rgb);
   } else {
-    const Format* f = findFormat(to);
+    const Format* f = findFormat(to, matrix);
     if (!f) throw std::invalid_argument("unknown format '" + to + "' (see lumcc help)");
     const size_t n = f->fileBytes(rgb.width, rgb.height);
     if (n == 0) throw std::invalid_argument(to + " does not allow the size " + std::to_string(rgb.width) + "x" + std::to_string(rgb.height));
