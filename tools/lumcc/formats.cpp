@@ -18,6 +18,16 @@ const Format* findFormat(const std::string& name, const std::string& matrix) {
 }
 
 bool registerFormat(Format f) {
+  // Two families may describe the same layout (one its RGB conversions, another
+  // only its size for direct routes): the entries merge, the first text wins.
+  for (Format& g : formats()) {
+    if (g.name != f.name || g.matrix != f.matrix) continue;
+    if (!g.fileBytes) g.fileBytes = std::move(f.fileBytes);
+    if (!g.toRgb) g.toRgb = std::move(f.toRgb);
+    if (!g.fromRgb) g.fromRgb = std::move(f.fromRgb);
+    if (g.description.empty()) g.description = std::move(f.description);
+    return true;
+  }
   formats().push_back(std::move(f));
   return true;
 }

@@ -38,7 +38,9 @@ std::vector<Format>& formats();
 // The format of that name for the matrix; falls back to the 601 entry when the
 // name has no entry of that matrix.
 const Format* findFormat(const std::string& name, const std::string& matrix = "601");
-// Registers a format; used by static registrars in the format files.
+// Registers a format; used by static registrars in the format files. A format
+// may leave toRgb/fromRgb empty (reachable by direct routes only); entries of the
+// same name and matrix merge.
 bool registerFormat(Format f);
 
 std::vector<Route>& routes();

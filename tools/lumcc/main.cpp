@@ -195,6 +195,7 @@ int convert(const std::vector<std::string>& args) {
   } else {
     const Format* f = findFormat(from, matrix);
     if (!f) throw std::invalid_argument("unknown format '" + from + "' (see lumcc help)");
+    if (!f->toRgb) throw std::invalid_argument("no conversion from " + from + " to RGB; convert it to another raw format");
     if (w < 1) throw std::invalid_argument("raw input needs --size WxH");
     const size_t want = f->fileBytes(w, h);
     if (want == 0) throw std::invalid_argument(from + " does not allow the size " + std::to_string(w) + "x" + std::to_string(h));
@@ -214,6 +215,7 @@ int convert(const std::vector<std::string>& args) {
   } else {
     const Format* f = findFormat(to, matrix);
     if (!f) throw std::invalid_argument("unknown format '" + to + "' (see lumcc help)");
+    if (!f->fromRgb) throw std::invalid_argument("no conversion from RGB to " + to + "; convert to another raw format first");
     const size_t n = f->fileBytes(rgb.width, rgb.height);
     if (n == 0) throw std::invalid_argument(to + " does not allow the size " + std::to_string(rgb.width) + "x" + std::to_string(rgb.height));
     std::vector<uint8_t> bytes(n);
