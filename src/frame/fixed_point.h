@@ -76,6 +76,27 @@ template <int N> inline V sra16(V a) { return _mm_srai_epi16(a, N); }
 template <int N> inline V srl16(V a) { return _mm_srli_epi16(a, N); }
 template <int N> inline V sll16(V a) { return _mm_slli_epi16(a, N); }
 
+// Exact 32-bit arithmetic on eight 16-bit lanes: widens the three channels to two
+// halves of four 32-bit lanes, runs f(in32, out32) on each half and packs the
+// three results back to 16-bit lanes (they must fit in -32768..32767).
+template <class F>
+inline void wide32(const V* in, V* out, F f) {
+  V lo[3], hi[3], rlo[3], rhi[3];
+  for (int k = 0; k < 3; ++k) {
+    lo[k] = _mm_cvtepi16_epi32(in[k]);
+    hi[k] = _mm_cvtepi16_epi32(_mm_srli_si128(in[k], 8));
+  }
+  f(lo, rlo);
+  f(hi, rhi);
+  for (int k = 0; k < 3; ++k) out[k] = _mm_packs_epi32(rlo[k], rhi[k]);
+}
+inline V set32(int v) { return _mm_set1_epi32(v); }
+inline V mul32(V a, int c) { return _mm_mullo_epi32(a, _mm_set1_epi32(c)); }
+inline V add32(V a, V b) { return _mm_add_epi32(a, b); }
+inline V sub32(V a, V b) { return _mm_sub_epi32(a, b); }
+template <int N> inline V sra32(V a) { return _mm_srai_epi32(a, N); }
+template <int N> inline V sll32(V a) { return _mm_slli_epi32(a, N); }
+
 }  // namespace lum::fx
 
 namespace lum {

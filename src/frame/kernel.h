@@ -42,6 +42,17 @@ inline void setAlpha(layout::Vx& o, const layout::Vx& in, const RowCtx& c) {
 // Form that marks "no block loop": every pixel goes to the tail.
 struct NoBlock {};
 
+// True when a form has a vector block() (a tail form may have one that computes
+// its exact arithmetic on lanes; it then runs vectorised with the same results).
+template <class Form>
+constexpr bool hasBlock() {
+#if LUM_SIMD_SSE
+  return requires(const __m128i* i, __m128i* o) { Form::block(i, o); };
+#else
+  return false;
+#endif
+}
+
 // Runs one form over pixels [x0, x1) of a row by the scalar pixel() rule.
 template <class Form, class Src, class Dst, Alpha A>
 inline void runPixels(const SrcPlanes& s, const DstPlanes& d, int x0, int x1, const RowCtx& c) {
@@ -60,11 +71,11 @@ template <class Form, class Src, class Dst, Alpha A>
 inline void runBlocks(const SrcPlanes& s, const DstPlanes& d, int x0, int x1, const RowCtx& c) {
   int x = x0;
 #if LUM_SIMD_SSE
-  if (useVector()) {
+  if (hasBlock<Form>() && useVector()) {
     for (; x + 8 <= x1; x += 8) {
       layout::Vx in, out;
       Src::load(s, x, in);
-      Form::block(in.v, out.v);
+      if constexpr (hasBlock<Form>()) Form::block(in.v, out.v);
       detail::setAlpha<A>(out, in, c);
       Dst::template store<A != Alpha::Keep>(d, x, out);
     }
@@ -86,7 +97,7 @@ struct BlockThenTail {
       runBlocks<BlockForm, Src, Dst, BlockAlpha>(s, d, 0, blockEnd, c);
     }
     if constexpr (!std::is_same_v<TailForm, NoBlock>)
-      runPixels<TailForm, Src, Dst, TailAlpha>(s, d, blockEnd, width, c);
+      runBlocks<TailForm, Src, Dst, TailAlpha>(s, d, blockEnd, width, c);
   }
   // Whole region, row by row.
   static void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, const RowCtx& c = {}) {

@@ -167,6 +167,19 @@ struct SYTail {
     out[1] = CHOP_ARRAY[(y - CbG * u - CrG * v) >> 16];
     out[2] = CHOP_ARRAY[(y + CbB * u) >> 16];
   }
+#if LUM_SIMD_SSE
+  // The same 32-bit sums four lanes at a time; the clamp equals the table's.
+  static void block(const __m128i* in, __m128i* out) {
+    wide32(in, out, [](const V* w, V* o) {
+      const V y = add32(mul32(sub32(w[0], set32(16)), Cy), set32(Rnd));
+      const V u = sub32(w[1], set32(128)), v = sub32(w[2], set32(128));
+      o[0] = sra32<16>(add32(y, mul32(v, CrR)));
+      o[1] = sra32<16>(sub32(sub32(y, mul32(u, CbG)), mul32(v, CrG)));
+      o[2] = sra32<16>(add32(y, mul32(u, CbB)));
+    });
+    for (int k = 0; k < 3; ++k) out[k] = clamp8(out[k]);
+  }
+#endif
 };
 using SY1 = SYTail<76282, 104593, 25689, 53279, 132184, 32768>;
 using SY2 = SYTail<76284, 104595, 25690, 53281, 132186, 32768>;
@@ -268,6 +281,20 @@ struct TU3 {
     out[1] = ((((((B << 16) - y32 + 32768) >> 16) * 32244) >> 16) + 128) & 255;
     out[2] = clamp8(((((((R << 16) - y32 + 32768) >> 16) * 57475) >> 16) + 128));
   }
+#if LUM_SIMD_SSE
+  // The same 32-bit sums four lanes at a time.
+  static void block(const __m128i* in, __m128i* out) {
+    wide32(in, out, [](const V* w, V* o) {
+      const V y32 = add32(add32(mul32(w[0], 19595), mul32(w[1], 38470)), mul32(w[2], 7471));
+      const V half = set32(32768);
+      o[0] = sra32<16>(add32(y32, half));
+      o[1] = add32(sra32<16>(mul32(sra32<16>(add32(sub32(sll32<16>(w[2]), y32), half)), 32244)), set32(128));
+      o[2] = add32(sra32<16>(mul32(sra32<16>(add32(sub32(sll32<16>(w[0]), y32), half)), 57475)), set32(128));
+    });
+    out[1] = _mm_and_si128(out[1], set16(255));  // U is stored as its low byte
+    out[2] = clamp8(out[2]);
+  }
+#endif
 };
 
 // ---------------------------------------------------------------------------
@@ -340,6 +367,19 @@ struct SUTail {
     out[1] = CHOP_ARRAY[(y - CbG * u - CrG * v + RndG) >> 16];
     out[2] = CHOP_ARRAY[(y + CbB * u + RndB) >> 16];
   }
+#if LUM_SIMD_SSE
+  // The same 32-bit sums four lanes at a time; the clamp equals the table's.
+  static void block(const __m128i* in, __m128i* out) {
+    wide32(in, out, [](const V* w, V* o) {
+      const V y = sll32<16>(w[0]);
+      const V u = sub32(w[1], set32(128)), v = sub32(w[2], set32(128));
+      o[0] = sra32<16>(add32(add32(y, mul32(v, CrR)), set32(RndR)));
+      o[1] = sra32<16>(add32(sub32(sub32(y, mul32(u, CbG)), mul32(v, CrG)), set32(RndG)));
+      o[2] = sra32<16>(add32(add32(y, mul32(u, CbB)), set32(RndB)));
+    });
+    for (int k = 0; k < 3; ++k) out[k] = clamp8(out[k]);
+  }
+#endif
 };
 // SU1 rounds R and B but truncates G.
 using SU1 = SUTail<74711, 25821, 38076, 133169, 32768, 0, 32768>;
