@@ -28,11 +28,17 @@ struct BgrQ3 {
   }
 #if LUM_SIMD_SSE
   static V t(V v, int base, int k) { return mulhi16s(sll16<7>(subs16s(v, set16(base))), set16(k)); }
-  static void block(const V* in, V* out) {
-    const V y = t(in[0], 16, 4769);
-    out[0] = clamp8(sra16<3>(adds16s(y, t(in[2], 128, 6537))));
-    out[1] = clamp8(sra16<3>(subs16s(subs16s(y, t(in[1], 128, 1605)), t(in[2], 128, 3330))));
-    out[2] = clamp8(sra16<3>(adds16s(y, t(in[1], 128, 8263))));
+  // The chroma terms, shared by the two rows of a pair.
+  struct Terms {
+    V r, g1, g2, b;
+  };
+  static Terms terms(V cb, V cr) { return {t(cr, 128, 6537), t(cb, 128, 1605), t(cr, 128, 3330), t(cb, 128, 8263)}; }
+  // Lanes not yet clamped: the store's saturating pack to bytes clamps them.
+  static void rgb(V luma, const Terms& c, V* out) {
+    const V y = t(luma, 16, 4769);
+    out[0] = sra16<3>(adds16s(y, c.r));
+    out[1] = sra16<3>(subs16s(subs16s(y, c.g1), c.g2));
+    out[2] = sra16<3>(adds16s(y, c.b));
   }
 #endif
 };
@@ -56,21 +62,6 @@ struct Interpolated {
     for (int k = 1; k <= 2; ++k) o.v[k] = x & 1 ? avg8(s.p[k][j], s.p[k][j + 1]) : s.p[k][j];
     o.v[3] = 0;
   }
-#if LUM_SIMD_SSE
-  // Eight pixels from x (even): chroma samples x/2 .. x/2 + 4.
-  static void load(const SrcPlanes& s, int x, L::Vx& o) {
-    const int j = x >> 1;
-    o.v[0] = L::detail::load8x8(s.p[0] + x);
-    for (int k = 1; k <= 2; ++k) {
-      int a, b;
-      __builtin_memcpy(&a, s.p[k] + j, 4);
-      __builtin_memcpy(&b, s.p[k] + j + 1, 4);
-      const V here = _mm_cvtsi32_si128(a), next = _mm_cvtsi32_si128(b);
-      o.v[k] = _mm_cvtepu8_epi16(_mm_unpacklo_epi8(here, _mm_avg_epu8(here, next)));
-    }
-    o.v[3] = _mm_setzero_si128();
-  }
-#endif
 };
 
 // The closing pair: both pixels take the chroma of their own pair.
@@ -83,29 +74,73 @@ struct Repeated {
   }
 };
 
-// One row of pixels 0 .. 2n + 1 (n = W/2 - 1 >= 0).
-void innerYCrCb420ToBGR(const SrcPlanes& s, const DstPlanes& d, int n, const RowCtx& c) {
-  const int blockEnd = 16 * (n / 8);
-  runBlocks<BgrQ3, Interpolated, L::BGRA, Alpha::Aval>(s, d, 0, blockEnd, c);
-  runPixels<BgrQ12, Interpolated, L::BGRA, Alpha::Aval>(s, d, blockEnd, 2 * n, c);
-  runPixels<BgrQ12, Repeated, L::BGRA, Alpha::Aval>(s, d, 2 * n, 2 * n + 2, c);
+#if LUM_SIMD_SSE
+// Chroma of pixels x .. x+15 of a row (x = 2j, j + 8 <= n) as two vectors of
+// eight 16-bit lanes: even pixels take sample j + i, odd pixels the average of
+// samples j + i and j + i + 1.
+void chroma16(const Lum8u* c, int j, V out[2]) {
+  const V here = _mm_loadl_epi64(reinterpret_cast<const V*>(c + j));
+  const V next = _mm_loadl_epi64(reinterpret_cast<const V*>(c + j + 1));
+  const V px = _mm_unpacklo_epi8(here, _mm_avg_epu8(here, next));
+  out[0] = _mm_cvtepu8_epi16(px);
+  out[1] = _mm_unpackhi_epi8(px, _mm_setzero_si128());
 }
 
-// Row pairs 2k, 2k+1 over chroma row k. The source record holds Y, Cb, Cr in
+// The block part of both rows of a pair, 16 pixels a step; the chroma terms of
+// a step serve both rows.
+void pairBlocks(const SrcPlanes& s0, const SrcPlanes& s1, const DstPlanes& d0, const DstPlanes& d1, int end,
+                const RowCtx& c) {
+  for (int x = 0; x < end; x += 16) {
+    V cb[2], cr[2];
+    chroma16(s0.p[1], x / 2, cb);
+    chroma16(s0.p[2], x / 2, cr);
+    for (int half = 0; half < 2; ++half) {
+      const BgrQ3::Terms t = BgrQ3::terms(cb[half], cr[half]);
+      const int at = x + 8 * half;
+      for (int row = 0; row < 2; ++row) {
+        L::Vx out;
+        BgrQ3::rgb(L::detail::load8x8((row ? s1 : s0).p[0] + at), t, out.v);
+        out.v[3] = _mm_set1_epi16(int16_t(c.aval));
+        L::BGRA::store<true>(row ? d1 : d0, at, out);
+      }
+    }
+  }
+}
+#endif
+
+// A row pair of pixels 0 .. 2n + 1 (n = W/2 - 1 >= 0): blocks of 8 chroma samples,
+// then the interpolated pixels up to 2n by the tail form, then the closing pair.
+void innerYCrCb420ToBGR(const SrcPlanes (&s)[2], const DstPlanes (&d)[2], int n, const RowCtx& c) {
+  const int blockEnd = 16 * (n / 8);
+  bool blocksDone = false;
+#if LUM_SIMD_SSE
+  if (useVector()) {
+    pairBlocks(s[0], s[1], d[0], d[1], blockEnd, c);
+    blocksDone = true;
+  }
+#endif
+  for (int row = 0; row < 2; ++row) {
+    if (!blocksDone) runPixels<BgrQ3, Interpolated, L::BGRA, Alpha::Aval>(s[row], d[row], 0, blockEnd, c);
+    runPixels<BgrQ12, Interpolated, L::BGRA, Alpha::Aval>(s[row], d[row], blockEnd, 2 * n, c);
+    runPixels<BgrQ12, Repeated, L::BGRA, Alpha::Aval>(s[row], d[row], 2 * n, 2 * n + 2, c);
+  }
+}
+
+// Row pairs 2k, 2k+1 over chroma row k. The source records hold Y, Cb, Cr in
 // that order: the caller's planes 0, 2, 1.
 void myYCrCb420ToBGR_8u_P3C4R(const Lum8u* const src[3], const int srcStep[3], Lum8u* dst, int dstStep, int w,
                               int h, Lum8u alpha) {
   const RowCtx c{alpha};
   for (int k = 0; k < h / 2; ++k) {
-    SrcPlanes s;
-    s.p[1] = rowAt(src[2], k, srcStep[2]);
-    s.p[2] = rowAt(src[1], k, srcStep[1]);
-    for (int r = 2 * k; r <= 2 * k + 1; ++r) {
-      s.p[0] = rowAt(src[0], r, srcStep[0]);
-      DstPlanes d;
-      d.p[0] = rowAt(dst, r, dstStep);
-      innerYCrCb420ToBGR(s, d, w / 2 - 1, c);
+    SrcPlanes s[2];
+    DstPlanes d[2];
+    for (int row = 0; row < 2; ++row) {
+      s[row].p[0] = rowAt(src[0], 2 * k + row, srcStep[0]);
+      s[row].p[1] = rowAt(src[2], k, srcStep[2]);
+      s[row].p[2] = rowAt(src[1], k, srcStep[1]);
+      d[row].p[0] = rowAt(dst, 2 * k + row, dstStep);
     }
+    innerYCrCb420ToBGR(s, d, w / 2 - 1, c);
   }
 }
 
