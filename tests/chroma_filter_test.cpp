@@ -402,16 +402,6 @@ TEST(ChromaFilter, FourTapWorksOnWholeBlocksOfEightRows) {
   EXPECT_TRUE(t.ci.canariesIntact());
 }
 
-TEST(ChromaFilter, FourTapTallerRegionUsesThePlainTapsInside) {
-  // 16 rows: rows 3 .. 11 plain, 13 and 15 repeat row 14 below.
-  const std::vector<int> e = {0, 40, 80, 120, 160, 200, 240, 250};
-  TapRun t({4, 16}, e);
-  for (int r = 1; r < 16; r += 2) {
-    auto ev = [&](int row) { return e[size_t(std::clamp(row, 0, 14) / 2)]; };
-    const int want = clampByte((9 * (ev(r - 1) + ev(r + 1)) - ev(r - 3) - ev(r + 3) + 8) >> 4);
-    EXPECT_EQ(t.cb(r), want) << r;
-  }
-}
 
 TEST(ChromaFilter, FourTapChromaSources) {
   // YV12 takes Cb from plane 2; NV12 splits even bytes to Cb and odd bytes to Cr.
@@ -488,19 +478,21 @@ TEST(Deinterlace, AnyValueWithAllThreeSliceBitsIsTheWholeFrame) {
 
 TEST(Deinterlace, WholeFramePackedBiasOnFlatImages) {
   // All 255: luma 255 everywhere (chop holds the bias). All 0: the scalar rows and
-  // tails give 1, the vector blocks 0. Width 40: columns 0..31 in blocks.
-  for (int v : {0, 255}) {
-    SliceImages im(40, 8, true);
-    im.y.fill(uint8_t(v));
-    im.uv.fill(uint8_t(v));
-    ASSERT_EQ(im.call(lumSliceWhole), lumStatusOk);
-    for (int r = 0; r < 8; ++r)
-      for (int x = 0; x < 40; ++x) {
-        const bool block = r >= 2 && r <= 5 && x < 32;
-        EXPECT_EQ(im.dstRow(0, r)[2 * x], v == 255 ? 255 : (block ? 0 : 1)) << r << "," << x;
-        EXPECT_EQ(im.dstRow(0, r)[2 * x + 1], v) << r << "," << x;
-      }
-  }
+  // tails give 1, the vector blocks 0. Width 40: columns 0..31 in blocks; a frame
+  // of four rows has no vector rows at all.
+  for (int h : {4, 8})
+    for (int v : {0, 255}) {
+      SliceImages im(40, h, true);
+      im.y.fill(uint8_t(v));
+      im.uv.fill(uint8_t(v));
+      ASSERT_EQ(im.call(lumSliceWhole), lumStatusOk);
+      for (int r = 0; r < h; ++r)
+        for (int x = 0; x < 40; ++x) {
+          const bool block = r >= 2 && r <= h - 3 && x < 32;
+          EXPECT_EQ(im.dstRow(0, r)[2 * x], v == 255 ? 255 : (block ? 0 : 1)) << r << "," << x;
+          EXPECT_EQ(im.dstRow(0, r)[2 * x + 1], v) << r << "," << x;
+        }
+    }
 }
 
 TEST(Deinterlace, WholeFrameOfTwoRowsCarriesChromaUnchanged) {
@@ -528,14 +520,6 @@ TEST(Deinterlace, WholeFrameOfTwoRowsCarriesChromaUnchanged) {
   }
 }
 
-TEST(Deinterlace, PackedFourRowFrameHasNoVectorRows) {
-  // Flat 0: every luma sample is a biased scalar 1, at any width.
-  SliceImages im(64, 4, true);
-  im.y.fill(0);
-  ASSERT_EQ(im.call(lumSliceWhole), lumStatusOk);
-  for (int r = 0; r < 4; ++r)
-    for (int x = 0; x < 64; ++x) ASSERT_EQ(im.dstRow(0, r)[2 * x], 1) << r << "," << x;
-}
 
 TEST(Deinterlace, BlockAndTailDifferInOneRow) {
   // Row -2 is M of rows -3, -2, -1 = 0, 0, 1: blocks round up to 1, the tail sums
@@ -575,7 +559,6 @@ void checkBgrFilter(LumSize roi) {
   std::mt19937 rng(uint32_t(roi.width * 7 + roi.height));
   ci.randomizeSource(rng);
   ci.fillDestination(0x42);
-  const auto before = ci.destinationBytes();
   ASSERT_EQ(fc.call(ci.buffers(), roi), fc.expected(roi));
   const int n = roi.width / 2 - 1;
   const int pairs = roi.width >= 2 ? roi.height / 2 : 0;
@@ -598,7 +581,6 @@ void checkBgrFilter(LumSize roi) {
       ASSERT_EQ(px[3], 0x9C);
     }
   ASSERT_TRUE(ci.canariesIntact());
-  (void)before;
 }
 }  // namespace
 
@@ -613,20 +595,6 @@ TEST(BgrFilter, OneRowOrOneColumnWritesNothing) {
   checkBgrFilter({1, 1});
 }
 
-TEST(BgrFilter, BlockAndTailFormsDifferSomewhere) {
-  int differ = 0;
-  for (int y = 0; y < 256; y += 3)
-    for (int c = 0; c < 256; c += 5) {
-      int a[3], b[3];
-      blockBgr(y, c, 255 - c, a);
-      tailBgr(y, c, 255 - c, b);
-      for (int k = 0; k < 3; ++k) {
-        EXPECT_LE(std::abs(a[k] - b[k]), 2);
-        differ += a[k] != b[k];
-      }
-    }
-  EXPECT_GT(differ, 100);
-}
 
 TEST(BgrFilter, GreyAndPrimaryKnownAnswers) {
   // Studio white and black, a mid grey, and the three primaries, in the tail
