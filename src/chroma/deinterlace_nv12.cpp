@@ -140,10 +140,15 @@ void chromaRow(const Nv12& s, int first, const Yv12& d, int k, int w) {
   runRow<Cover, BF, TF>(w / 2, ToSplit{s.chroma<N>(first), d.row(1, k), d.row(2, k)});
 }
 
-// Middle luma rows [from, to] and chroma rows [kFrom, kTo].
+// Middle luma rows [from, to] and chroma rows [kFrom, kTo]. Luma rows go two at
+// a time where they can, reading their four source rows once.
 template <int LumaCover, int ChromaCover>
 void middleRows(const Nv12& s, const Yv12& d, int w, int from, int to, int kFrom, int kTo) {
-  for (int j = from; j <= to; ++j) lumaRow<LumaCover, MidAvg, MidSum, 3>(s, j - 1, d, j, w);
+  int j = from;
+  for (; j + 1 <= to; j += 2)
+    runRow<LumaCover, MidAvg, MidSum>(
+        w, Both{ToPlane{s.luma<3>(j - 1), d.row(0, j)}, ToPlane{s.luma<3>(j), d.row(0, j + 1)}});
+  if (j == to) lumaRow<LumaCover, MidAvg, MidSum, 3>(s, j - 1, d, j, w);
   for (int k = kFrom; k <= kTo; ++k) chromaRow<ChromaCover, ChromaAvg, ChromaSum, 2>(s, k, d, k, w);
 }
 
@@ -218,14 +223,19 @@ void packedRow(const Nv12& s, int lumaFirst, int chromaFirst, const Yuy2& d, int
   runRow<Cover, BP, TP>(w, toPacked<0>(s.luma<N>(lumaFirst), s.chroma<NC>(chromaFirst), rowAt(d.p, out, d.step)));
 }
 
-// Middle kernel: row pairs k = kFrom .. kTo by M, 32 pixels a step, then the tail.
+// Output rows 2k and 2k+1 by M over C of chroma rows k and k+1, 32 pixels a
+// step; the two rows read their shared luma and chroma rows once.
+template <class Tail>
+void middlePair(const Nv12& s, const Yuy2& d, int w, int k) {
+  const auto chroma = s.chroma<2>(k);
+  runRow<32, Pair<MidAvg, ChromaAvg>, Tail>(
+      w, Both{toPacked<0>(s.luma<3>(2 * k - 1), chroma, rowAt(d.p, 2 * k, d.step)),
+              toPacked<0>(s.luma<3>(2 * k), chroma, rowAt(d.p, 2 * k + 1, d.step))});
+}
+
+// Middle kernel: row pairs k = kFrom .. kTo, scalar tail by the plain sums.
 void innerNV12ToYUY2Deinterlace(const Nv12& s, const Yuy2& d, int w, int kFrom, int kTo) {
-  using Block = Pair<MidAvg, ChromaAvg>;
-  using Tail = Pair<MidSum, ChromaSum>;
-  for (int k = kFrom; k <= kTo; ++k) {
-    packedRow<32, Block, Tail, 3, 2>(s, 2 * k - 1, k, d, 2 * k, w);
-    packedRow<32, Block, Tail, 3, 2>(s, 2 * k, k, d, 2 * k + 1, w);
-  }
+  for (int k = kFrom; k <= kTo; ++k) middlePair<Pair<MidSum, ChromaSum>>(s, d, w, k);
 }
 
 // First slice: rows 0 (T) and 1 (M) in 8-pixel steps with chroma rows 0 and 1,
@@ -261,8 +271,7 @@ void myNV12ToYUY2DeinterlaceAll(const Nv12& s, const Yuy2& d, int w, int h) {
   using Scalar = Pair<MidSumBias, ChromaSum>;
   packedRow<1, NoBlock, Pair<TopSumBias, ChromaSum>, 2, 2>(s, 0, 0, d, 0, w);
   packedRow<1, NoBlock, Scalar, 3, 2>(s, 0, 0, d, 1, w);
-  for (int r = 2; r <= h - 3; ++r)
-    packedRow<32, Pair<MidAvg, ChromaAvg>, Scalar, 3, 2>(s, r - 1, r / 2, d, r, w);
+  for (int k = 1; k <= h / 2 - 2; ++k) middlePair<Scalar>(s, d, w, k);
   packedRow<1, NoBlock, Scalar, 3, 2>(s, h - 3, h / 2 - 2, d, h - 2, w);
   packedRow<1, NoBlock, Pair<BotSumBias, ChromaSum>, 2, 2>(s, h - 2, h / 2 - 2, d, h - 1, w);
 }

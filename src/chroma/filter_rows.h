@@ -153,9 +153,16 @@ struct ToPlane {
     out[x] = uint8_t(in.template pixel<F>(x));
   }
 #if LUM_SIMD_SSE
+  // A vector step is calc (loads and arithmetic) then put (stores), so that a
+  // sink run beside another (Both) loads before either stores.
+  template <class F>
+  V calc(int x) const {
+    return in.template block<F>(x);
+  }
+  void put(int x, V v) const { store16(out + x, v); }
   template <class F>
   void block(int x, Use<F>) const {
-    store16(out + x, in.template block<F>(x));
+    put(x, calc<F>(x));
   }
 #endif
 };
@@ -202,13 +209,21 @@ struct ToPacked {
     out[2 * x + 1 - LumaByte] = uint8_t(c.template pixel<typename P::Chroma>(x));
   }
 #if LUM_SIMD_SSE
+  struct Out {
+    V y, ch;
+  };
   template <class P>
-  void block(int x, Use<P>) const {
-    const V y = l.template block<typename P::Luma>(x);
-    const V ch = c.template block<typename P::Chroma>(x);
-    const V first = LumaByte == 0 ? y : ch, second = LumaByte == 0 ? ch : y;
+  Out calc(int x) const {
+    return {l.template block<typename P::Luma>(x), c.template block<typename P::Chroma>(x)};
+  }
+  void put(int x, Out o) const {
+    const V first = LumaByte == 0 ? o.y : o.ch, second = LumaByte == 0 ? o.ch : o.y;
     store16(out + 2 * x, _mm_unpacklo_epi8(first, second));
     store16(out + 2 * x + 16, _mm_unpackhi_epi8(first, second));
+  }
+  template <class P>
+  void block(int x, Use<P>) const {
+    put(x, calc<P>(x));
   }
 #endif
 };
@@ -216,6 +231,31 @@ template <int LumaByte, class LIn, class CIn>
 inline ToPacked<LumaByte, LIn, CIn> toPacked(const LIn& l, const CIn& c, uint8_t* out) {
   return {l, c, out};
 }
+
+// Two sinks of the same kind run in one loop (two output rows that share source
+// rows): each vector step loads and computes both before it stores either, so
+// the shared rows are read once.
+template <class S>
+struct Both {
+  S first, second;
+  static constexpr int kStep = S::kStep;
+  template <class F>
+  void one(int x, Use<F> f) const {
+    first.one(x, f);
+    second.one(x, f);
+  }
+#if LUM_SIMD_SSE
+  template <class F>
+  void block(int x, Use<F>) const {
+    const auto a = first.template calc<F>(x);
+    const auto b = second.template calc<F>(x);
+    first.put(x, a);
+    second.put(x, b);
+  }
+#endif
+};
+template <class S>
+Both(S, S) -> Both<S>;
 
 // Runs n positions of a sink: [0, n & ~(Cover - 1)) by the block form, in vector
 // steps of the sink's width when the vector unit is on and by the block form's
