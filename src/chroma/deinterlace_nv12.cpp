@@ -250,7 +250,8 @@ void myNV12ToYUY2DeinterlaceFirst(const Nv12& s, const Yuy2& d, int w, int h) {
 }
 
 // Last slice: the middle kernel over rows -2 .. h-3, then rows h-2 (M) and h-1 (B)
-// in 8-pixel steps. Their chroma is the last chroma row, scalar in every column.
+// in 8-pixel steps. Their chroma is the last chroma row, which is scalar in every
+// column, in 8-pixel steps too (as the planar last slice makes it).
 void myNV12ToYUY2DeinterlaceLast(const Nv12& s, const Yuy2& d, int w, int h) {
   innerNV12ToYUY2Deinterlace(s, d, w, -1, h / 2 - 2);
   packedRow<8, Pair<MidAvg, ChromaSum>, Pair<MidSum, ChromaSum>, 3, 2>(s, h - 3, h / 2 - 2, d, h - 2, w);
