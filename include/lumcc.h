@@ -161,7 +161,9 @@ typedef enum {
  *  Exactly lumSliceFirst, lumSliceMiddle or lumSliceLast selects that slice; any
  *  value with all three bits set (lumSliceWhole) converts the whole frame in one
  *  call; any other value does nothing and returns lumStatusOk. A middle or last
- *  slice reaches back two luma rows and one chroma row above its pointers. */
+ *  slice writes the two luma rows and the chroma row above its pointers (the
+ *  slice above leaves them to it) and reads three luma rows and one chroma row
+ *  above them. */
 typedef enum {
     lumSliceFirst  = 1,   /**< the slice holds the frame's top */
     lumSliceMiddle = 4,   /**< a slice with neighbours above and below */
@@ -824,7 +826,8 @@ LUMAPI LumStatus lumiYCbCr420ToYCbCr422_Filter_8u_P2C2R(const Lum8u* pSrcY, int 
 /** NV12 to deinterlaced 4:2:0 planes, by slice (layout: a LumSliceLayout value). */
 LUMAPI LumStatus lumiYCbCr420ToYCrCb420_Filter_8u_P2P3R(const Lum8u* pSrcY, int srcYStep, const Lum8u* pSrcCbCr,
     int srcCbCrStep, Lum8u* const pDst[3], const int dstStep[3], LumSize roiSize, int layout);
-/** YV12 planes to BGRA with interpolated chroma; lumStatusOddSize for odd sizes. */
+/** YV12 planes to BGRA with interpolated chroma; lumStatusOddSize for odd sizes (the
+ *  even part is converted; a region one pixel wide or high is left as it is). */
 LUMAPI LumStatus lumiYCrCb420ToBGR_Filter_8u_P3C4R(const Lum8u* const pSrc[3], const int srcStep[3], Lum8u* pDst,
     int dstStep, LumSize roiSize, Lum8u alpha);
 

@@ -29,17 +29,28 @@ struct ImageShape {
   bool array = false;
   std::vector<PlaneShape> planes;
   int checkedPlanes = -1;  // plane pointers the function tests (-1: all)
+  // The planes are separate pointer arguments (a luma and a chroma plane of a
+  // semi-planar image), not an array: no array pointer, and each plane pointer is
+  // tested with the other pointers. The call still sees them as an array.
+  bool separate = false;
   int nChecked() const { return checkedPlanes < 0 ? int(planes.size()) : checkedPlanes; }
 };
 
 inline ImageShape packedImg(int bpp, int wDiv = 1, int hDiv = 1) { return {false, {{bpp, wDiv, hDiv}}, -1}; }
 inline ImageShape planarImg(int n, int bpp = 1) { return {true, std::vector<PlaneShape>(size_t(n), PlaneShape{bpp}), -1}; }
+// Planes of their own shapes, as an array argument.
+inline ImageShape planesImg(std::vector<PlaneShape> p) { return {true, std::move(p), -1}; }
+// Planes of their own shapes, each a pointer argument of its own.
+inline ImageShape separateImg(std::vector<PlaneShape> p) { return {true, std::move(p), -1, true}; }
 
 // Order in which a function refuses when a pointer and the size are both wrong.
 enum class Order {
   NullSize,        // every pointer (arrays and planes), then size
   NullSizePlanes,  // array pointers, size, then the planes inside the arrays
   SizeNull,        // size, then pointers
+  // array pointers, size below 1, planes inside the arrays, then size below the
+  // function's minimum
+  NullSizePlanesSize,
 };
 
 // The buffers handed to a call. For an array image, src/dst point to the array
@@ -68,6 +79,9 @@ struct FnCase {
   int widthStep = 1;                // widths tested are multiples of this (and minWidth)
   int heightStep = 1;
   LumStatus okStatus = lumStatusOk;  // status on a good call of a valid size
+  // When set, the status of a good call depends on the size (lumStatusOddSize).
+  std::function<LumStatus(LumSize)> statusFor;
+  LumStatus expected(LumSize roi) const { return statusFor ? statusFor(roi) : okStatus; }
 };
 
 // Holds the images of one call, source and destination, in guarded memory.
