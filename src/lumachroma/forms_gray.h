@@ -290,6 +290,35 @@ struct GrayF64 {
   double pixel(double c0, double c1, double c2) const { return (w[0] * c0 + w[1] * c1) + w[2] * c2; }
 };
 
+#if LUM_SIMD_SSE
+// 256-bit twins of the blocks above, for processors with AVX2 (gray_avx2.cpp).
+// Each converts the longest run of whole 256-bit steps from the row's start
+// and returns the pixels done; the caller tests usable() on every call.
+namespace avx2 {
+bool usable() noexcept;
+template <int N>
+int q15(const uint8_t* s, uint8_t* d, int n, const GrayQ15Block& f);
+template <class T, int N>
+int roundF32(const T* s, T* d, int n, const GrayRoundF32<T>& f);
+template <int N>
+int f32(const float* s, float* d, int n, const GrayF32& f);
+}  // namespace avx2
+
+// The widest block the processor runs: pixels of [0, n) done by 256-bit steps.
+template <int N>
+inline int wideBlocks(const GrayQ15Block& f, const uint8_t* s, uint8_t* d, int n) {
+  return avx2::usable() ? avx2::q15<N>(s, d, n, f) : 0;
+}
+template <int N, class T>
+inline int wideBlocks(const GrayRoundF32<T>& f, const T* s, T* d, int n) {
+  return avx2::usable() ? avx2::roundF32<T, N>(s, d, n, f) : 0;
+}
+template <int N>
+inline int wideBlocks(const GrayF32& f, const float* s, float* d, int n) {
+  return avx2::usable() ? avx2::f32<N>(s, d, n, f) : 0;
+}
+#endif
+
 // Row kernel of colour to gray over an N-channel row of T: pixels below
 // width & ~(Cover - 1) by the block form (vector groups of kLanes, then its
 // scalar twin), the rest by the tail form. Channel 4 of AC4 is never read.
@@ -299,8 +328,10 @@ inline void toGrayRow(const T* s, T* d, int width, const BlockForm& bf, const Ta
   int x = 0;
 #if LUM_SIMD_SSE
   if constexpr (requires { BlockForm::kLanes; }) {
-    if (useVector())
+    if (useVector()) {
+      x = wideBlocks<N>(bf, s, d, blockEnd);
       for (; x + BlockForm::kLanes <= blockEnd; x += BlockForm::kLanes) bf.template block<N>(s + N * x, d + x);
+    }
   }
 #endif
   for (; x < blockEnd; ++x) st(d + x, T(bf.pixel(ld(s + N * x), ld(s + N * x + 1), ld(s + N * x + 2))));
@@ -366,12 +397,21 @@ struct GrayToColor {
 #endif
 };
 
+#if LUM_SIMD_SSE
+namespace avx2 {
+template <class T, int N>
+int spread(const T* s, T* d, int n, const GrayToColor<T, N>& f);
+int luma422(const uint8_t* s, uint8_t* d, int n);
+}  // namespace avx2
+#endif
+
 // Row kernel of gray to colour: vector groups of 16 bytes of source, then single pixels.
 template <class T, int N>
 inline void grayToColorRow(const T* s, T* d, int width, const GrayToColor<T, N>& f) {
   int x = 0;
 #if LUM_SIMD_SSE
   if (useVector()) {
+    if (avx2::usable()) x = avx2::spread(s, d, width, f);
     const __m128i alpha = f.alphaPattern();
     for (; x + f.kLanes <= width; x += f.kLanes) f.block(s + x, d + N * x, alpha);
   }
@@ -400,6 +440,7 @@ struct LumaOf422 {
     int x = 0;
 #if LUM_SIMD_SSE
     if (useVector()) {
+      if (avx2::usable()) x = avx2::luma422(s, d, width);
       for (; x + 16 <= width; x += 16) block16(s + 2 * x, d + x);
       if (x + 8 <= width) {
         block8(s + 2 * x, d + x);
