@@ -31,6 +31,12 @@ std::shared_ptr<Plane> typedPlane(int samplesPerRow, int rows, uint32_t seed) {
   return p;
 }
 
+// First 64-byte aligned byte of a plane (its buffer has 64 spare bytes), as
+// OpenCV's matrices are aligned.
+inline uint8_t* aligned64(Plane& p) {
+  return reinterpret_cast<uint8_t*>((reinterpret_cast<uintptr_t>(p.data()) + 63) & ~uintptr_t(63));
+}
+
 // One image of sc-channel T samples to one of dc-channel T samples.
 template <class T, class F>
 MakeWork typed(int sc, int dc, F f) {
@@ -38,7 +44,7 @@ MakeWork typed(int sc, int dc, F f) {
     auto src = typedPlane<T>(s.w * sc, s.h, 1);
     auto dst = typedPlane<T>(s.w * dc, s.h, 2);
     return Work([=] {
-      f(reinterpret_cast<const T*>(src->data()), src->step, reinterpret_cast<T*>(dst->data()), dst->step,
+      f(reinterpret_cast<const T*>(aligned64(*src)), src->step, reinterpret_cast<T*>(aligned64(*dst)), dst->step,
         LumSize{s.w, s.h});
     });
   };
@@ -52,7 +58,7 @@ MakeWork v210(F f) {
     auto src = std::make_shared<Plane>(words * 4, s.h, 3);
     auto dst = std::make_shared<Plane>(s.w * 2, s.h, 4);
     return Work([=] {
-      f(reinterpret_cast<const Lum32u*>(src->data()), src->step / 4, reinterpret_cast<Lum16u*>(dst->data()),
+      f(reinterpret_cast<const Lum32u*>(aligned64(*src)), src->step / 4, reinterpret_cast<Lum16u*>(aligned64(*dst)),
         dst->step / 2, LumSize{s.w, s.h});
     });
   };
@@ -76,7 +82,7 @@ MakeWork yuvPlanes(int sbpp, int dbpp, F f) {
   return [=](Size s) {
     auto src = std::make_shared<Plane>(s.w * sbpp, s.h, 5);
     auto dst = std::make_shared<Plane>(s.w * dbpp, s.h, 6);
-    return Work([=] { f(src->data(), src->step, dst->data(), dst->step, s.w, s.h); });
+    return Work([=] { f(aligned64(*src), src->step, aligned64(*dst), dst->step, s.w, s.h); });
   };
 }
 #endif

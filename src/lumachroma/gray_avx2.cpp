@@ -196,31 +196,36 @@ int f32(const float* s, float* d, int n, const GrayF32& f) {
 template int f32<3>(const float*, float*, int, const GrayF32&);
 template int f32<4>(const float*, float*, int, const GrayF32&);
 
-// Gray to colour, 32 source bytes a step: GrayToColor::block per 16-byte half.
+// Gray to colour: GrayToColor::block per 16 bytes of output. Four channels take
+// 8 source bytes a step, in both lanes, each lane spreading its half; three
+// channels take 32 source bytes a step and put the six 16-byte blocks in order.
 template <class T, int N>
 int spread(const T* s, T* d, int n, const GrayToColor<T, N>& f) {
   static constexpr gray::detail::Spread<int(sizeof(T)), N> kSpread{};
-  constexpr int kStep = 32 / int(sizeof(T));
   const Y alpha = both(f.alphaPattern());
-  Y m[N];
-  for (int j = 0; j < N; ++j) m[j] = both(_mm_loadu_si128(reinterpret_cast<const __m128i*>(kSpread.mask[j])));
+  auto mask = [&](int j) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(kSpread.mask[j])); };
   int x = 0;
-  for (; x + kStep <= n; x += kStep) {
-    // Lane 0: the first 16 source bytes, lane 1: the next 16; output vector j
-    // of lane 0 is 16-byte block j, of lane 1 block N + j.
-    const Y v = _mm256_loadu_si256(reinterpret_cast<const Y*>(s + x));
-    Y o[N];
-    for (int j = 0; j < N; ++j) o[j] = _mm256_or_si256(_mm256_shuffle_epi8(v, m[j]), alpha);
-    auto* q = reinterpret_cast<Y*>(d + N * x);
-    if constexpr (N == 3) {
-      _mm256_storeu_si256(q, _mm256_permute2x128_si256(o[0], o[1], 0x20));
-      _mm256_storeu_si256(q + 1, _mm256_permute2x128_si256(o[2], o[0], 0x30));
-      _mm256_storeu_si256(q + 2, _mm256_permute2x128_si256(o[1], o[2], 0x31));
-    } else {
-      _mm256_storeu_si256(q, _mm256_permute2x128_si256(o[0], o[1], 0x20));
-      _mm256_storeu_si256(q + 1, _mm256_permute2x128_si256(o[2], o[3], 0x20));
-      _mm256_storeu_si256(q + 2, _mm256_permute2x128_si256(o[0], o[1], 0x31));
-      _mm256_storeu_si256(q + 3, _mm256_permute2x128_si256(o[2], o[3], 0x31));
+  if constexpr (N == 4) {
+    constexpr int kStep = 8 / int(sizeof(T));
+    const Y m = _mm256_inserti128_si256(_mm256_castsi128_si256(mask(0)), mask(1), 1);
+    for (; x + kStep <= n; x += kStep) {
+      long long q;
+      std::memcpy(&q, s + x, 8);
+      const Y v = _mm256_set1_epi64x(q);
+      _mm256_storeu_si256(reinterpret_cast<Y*>(d + 4 * x), _mm256_or_si256(_mm256_shuffle_epi8(v, m), alpha));
+    }
+  } else {
+    constexpr int kStep = 32 / int(sizeof(T));
+    const Y m0 = both(mask(0)), m1 = both(mask(1)), m2 = both(mask(2));
+    for (; x + kStep <= n; x += kStep) {
+      // Lane 0 spreads the first 16 source bytes into blocks 0..2, lane 1 the
+      // next 16 into blocks 3..5.
+      const Y v = _mm256_loadu_si256(reinterpret_cast<const Y*>(s + x));
+      const Y o0 = _mm256_shuffle_epi8(v, m0), o1 = _mm256_shuffle_epi8(v, m1), o2 = _mm256_shuffle_epi8(v, m2);
+      auto* q = reinterpret_cast<Y*>(d + 3 * x);
+      _mm256_storeu_si256(q, _mm256_permute2x128_si256(o0, o1, 0x20));
+      _mm256_storeu_si256(q + 1, _mm256_permute2x128_si256(o2, o0, 0x30));
+      _mm256_storeu_si256(q + 2, _mm256_permute2x128_si256(o1, o2, 0x31));
     }
   }
   return x;
