@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <numeric>
+
 #include "frame/simd.h"
 
 namespace lumtest {
@@ -15,7 +17,8 @@ std::vector<GuardedImage> makeImage(const ImageShape& s, LumSize roi, ImageOptio
 }
 }  // namespace
 
-CallImages::CallImages(const FnCase& fc, LumSize roi, ImageOptions opt) {
+CallImages::CallImages(const FnCase& fc, LumSize roi, ImageOptions opt) : fill(fc.fillSource) {
+  opt.stepAlign = std::lcm(opt.stepAlign, fc.stepAlign);
   src = makeImage(fc.src, roi, opt);
   dst = makeImage(fc.dst, roi, opt);
   for (auto& g : src) {
@@ -40,7 +43,10 @@ Buffers CallImages::buffers() {
 }
 
 void CallImages::randomizeSource(std::mt19937& rng) {
-  for (auto& g : src) g.randomize(rng);
+  for (auto& g : src) {
+    if (fill) fill(g, rng);
+    else g.randomize(rng);
+  }
 }
 void CallImages::fillDestination(uint8_t v) {
   for (auto& g : dst) g.fill(v);

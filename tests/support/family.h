@@ -20,7 +20,13 @@ struct PlaneShape {
   int bpp = 1;
   int wDiv = 1, hDiv = 1;
   bool roundUp = false;  // plane width/height is ceil(w / wDiv) rather than floor
-  int rowBytes(int w) const { return (w / wDiv + (roundUp && w % wDiv ? 1 : 0)) * bpp; }
+  // Bytes of a row of w pixels where the layout is no whole number of bytes a
+  // pixel (packed groups); when set it replaces bpp and wDiv.
+  std::function<int(int)> bytesFor = {};
+  int rowBytes(int w) const {
+    if (bytesFor) return bytesFor(w);
+    return (w / wDiv + (roundUp && w % wDiv ? 1 : 0)) * bpp;
+  }
   int rows(int h) const { return h / hDiv + (roundUp && h % hDiv ? 1 : 0); }
 };
 
@@ -69,6 +75,8 @@ struct Buffers {
 };
 
 using CallFn = std::function<LumStatus(const Buffers&, LumSize)>;
+// Fills one source image with test data (default: random bytes).
+using FillFn = std::function<void(GuardedImage&, std::mt19937&)>;
 
 struct FnCase {
   std::string name;
@@ -82,6 +90,8 @@ struct FnCase {
   // When set, the status of a good call depends on the size (lumStatusOddSize).
   std::function<LumStatus(LumSize)> statusFor;
   LumStatus expected(LumSize roi) const { return statusFor ? statusFor(roi) : okStatus; }
+  int stepAlign = 1;                 // row steps are multiples of this (sample size, element steps)
+  FillFn fillSource;                 // source data when random bytes will not do (floats)
 };
 
 // Holds the images of one call, source and destination, in guarded memory.
@@ -89,6 +99,7 @@ struct CallImages {
   std::vector<GuardedImage> src, dst;
   std::vector<uint8_t*> srcPtrs, dstPtrs;
   std::vector<int> srcSteps, dstSteps;
+  FillFn fill;
   CallImages(const FnCase& fc, LumSize roi, ImageOptions opt = {});
   Buffers buffers();
   void randomizeSource(std::mt19937& rng);

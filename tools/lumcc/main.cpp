@@ -29,7 +29,8 @@ void printHelp() {
       "  demo [DIR]    convert an embedded test image RGB -> YCbCr -> RGB and RGB -> YUV -> RGB,\n"
       "                print timings and PSNR, write the images to DIR (default: .)\n"
       "  convert [--from FMT] [--to FMT] [--size WxH] [--matrix 601|709] IN OUT\n"
-      "                convert IN to OUT; .ppm files are RGB and need no --from/--to;\n"
+      "                convert IN to OUT; .ppm files are RGB and .pgm files gray, and need no\n"
+      "                --from/--to;\n"
       "                raw files need --size; --matrix picks the BT.601 or BT.709 forms\n"
       "  info          print the library version and build\n"
       "  help          print this text\n\n"
@@ -164,6 +165,8 @@ int convert(const std::vector<std::string>& args) {
   if (in.empty() || out.empty()) throw std::invalid_argument("convert needs an input and an output file");
   if (from.empty() && endsWith(in, ".ppm")) from = "ppm";
   if (to.empty() && endsWith(out, ".ppm")) to = "ppm";
+  if (from.empty() && endsWith(in, ".pgm")) from = "pgm";
+  if (to.empty() && endsWith(out, ".pgm")) to = "pgm";
   if (from.empty() || to.empty()) throw std::invalid_argument("give --from and --to for raw files");
 
   // A direct route between two raw layouts keeps every sample exact.
@@ -192,6 +195,15 @@ int convert(const std::vector<std::string>& args) {
   if (from == "ppm") {
     rgb = readPnm(in);
     if (rgb.channels != 3) throw std::runtime_error(in + ": a PPM (P6) colour image is needed");
+  } else if (from == "pgm") {
+    // A PGM is a gray file with a header: it goes through the gray format.
+    const Image g = readPnm(in);
+    if (g.channels != 1) throw std::runtime_error(in + ": a PGM (P5) gray image is needed");
+    rgb.width = g.width;
+    rgb.height = g.height;
+    rgb.pixels.resize(size_t(g.width) * size_t(g.height) * 3);
+    const LumStatus s = findFormat("gray")->toRgb(g.pixels, rgb);
+    if (s < 0) throw std::runtime_error(std::string("conversion refused: ") + statusName(s));
   } else {
     const Format* f = findFormat(from, matrix);
     if (!f) throw std::invalid_argument("unknown format '" + from + "' (see lumcc help)");
@@ -212,6 +224,15 @@ int convert(const std::vector<std::string>& args) {
   }
   if (to == "ppm") {
     writePnm(out, rgb);
+  } else if (to == "pgm") {
+    Image g;
+    g.width = rgb.width;
+    g.height = rgb.height;
+    g.channels = 1;
+    g.pixels.resize(size_t(g.width) * size_t(g.height));
+    const LumStatus s = findFormat("gray")->fromRgb(rgb, g.pixels);
+    if (s < 0) throw std::runtime_error(std::string("conversion refused: ") + statusName(s));
+    writePnm(out, g);
   } else {
     const Format* f = findFormat(to, matrix);
     if (!f) throw std::invalid_argument("unknown format '" + to + "' (see lumcc help)");
