@@ -20,7 +20,8 @@ MakeWork twoPlanes(bool dense, F f) {
 }
 
 void memcpyRows(const Lum8u* s, int ss, Lum8u* d, int ds, LumSize r) {
-  for (int y = 0; y < r.height; ++y) std::memcpy(d + std::ptrdiff_t(y) * ds, s + std::ptrdiff_t(y) * ss, size_t(r.width));
+  for (int y = 0; y < r.height; ++y)
+    std::memcpy(d + std::ptrdiff_t(y) * ds, s + std::ptrdiff_t(y) * ss, size_t(r.width));
 }
 void memsetRows(const Lum8u*, int, Lum8u* d, int ds, LumSize r) {
   for (int y = 0; y < r.height; ++y) std::memset(d + std::ptrdiff_t(y) * ds, 0x5A, size_t(r.width));
@@ -33,9 +34,8 @@ const bool registered = [] {
           lumiCopy_8u_C1R(s, ss, d, ds, r);
         }));
     add("Copy_8u_C1R" + sfx, "memcpy", twoPlanes(dense, memcpyRows));
-    add("Set_8u_C1R" + sfx, "lumcc", twoPlanes(dense, [](const Lum8u*, int, Lum8u* d, int ds, LumSize r) {
-          lumiSet_8u_C1R(0x5A, d, ds, r);
-        }));
+    add("Set_8u_C1R" + sfx, "lumcc",
+        twoPlanes(dense, [](const Lum8u*, int, Lum8u* d, int ds, LumSize r) { lumiSet_8u_C1R(0x5A, d, ds, r); }));
     add("Set_8u_C1R" + sfx, "memset", twoPlanes(dense, memsetRows));
   }
   // Float reductions over a plane of floats (the width counts floats).
@@ -43,7 +43,8 @@ const bool registered = [] {
     return [=](Size s) {
       auto src = std::make_shared<Plane>(s.w * 4, s.h, 5);
       for (int y = 0; y < s.h; ++y)
-        for (int x = 0; x < s.w; ++x) reinterpret_cast<float*>(src->data() + std::ptrdiff_t(y) * src->step)[x] = float(x % 97);
+        for (int x = 0; x < s.w; ++x)
+          reinterpret_cast<float*>(src->data() + std::ptrdiff_t(y) * src->step)[x] = float(x % 97);
       return Work([=] { f(reinterpret_cast<const Lum32f*>(src->data()), src->step, LumSize{s.w, s.h}); });
     };
   };

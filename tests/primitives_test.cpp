@@ -1,6 +1,8 @@
 // Row primitives: copies and fills in guarded memory on every path, the size
 // rules of the streaming paths, the refusal orders, and the float reductions
 // against a separate statement of their accumulation orders.
+#include "kernels/primitives.h"
+
 #include <gtest/gtest.h>
 
 #include <cfloat>
@@ -12,7 +14,6 @@
 
 #include "frame/simd.h"
 #include "kernels/extended_sum.h"
-#include "kernels/primitives.h"
 #include "support/guarded_image.h"
 
 using namespace lumtest;
@@ -68,51 +69,64 @@ T* ptr(std::vector<uint8_t>& b, int arg, int nullArg) {
 
 const std::vector<RefusalCase>& refusalCases() {
   static const std::vector<RefusalCase> v = {
-      {"lumiCopy_8u_C1R", 2, false, [](int n, bool bad, auto& s, auto& d) {
+      {"lumiCopy_8u_C1R", 2, false,
+       [](int n, bool bad, auto& s, auto& d) {
          return lumiCopy_8u_C1R(ptr<Lum8u>(s, 0, n), 16, ptr<Lum8u>(d, 1, n), 16, {bad ? 0 : 4, 2});
        }},
-      {"lumiCopy_8u_C1R_L", 2, false, [](int n, bool bad, auto& s, auto& d) {
+      {"lumiCopy_8u_C1R_L", 2, false,
+       [](int n, bool bad, auto& s, auto& d) {
          return lumiCopy_8u_C1R_L(ptr<Lum8u>(s, 0, n), 16, ptr<Lum8u>(d, 1, n), 16, {4, bad ? -1 : 2});
        }},
-      {"lumiSet_8u_C1R", 1, true, [](int n, bool bad, auto&, auto& d) {
+      {"lumiSet_8u_C1R", 1, true,
+       [](int n, bool bad, auto&, auto& d) {
          return lumiSet_8u_C1R(7, ptr<Lum8u>(d, 0, n), 16, {bad ? -3 : 4, 2});
        }},
-      {"lumiMax_32f_C1R", 2, false, [](int n, bool bad, auto& s, auto& d) {
+      {"lumiMax_32f_C1R", 2, false,
+       [](int n, bool bad, auto& s, auto& d) {
          return lumiMax_32f_C1R(ptr<Lum32f>(s, 0, n), 16, {4, bad ? 0 : 2}, ptr<Lum32f>(d, 1, n));
        }},
-      {"lumiSum_32f_C1R hint 2", 2, false, [](int n, bool bad, auto& s, auto& d) {
+      {"lumiSum_32f_C1R hint 2", 2, false,
+       [](int n, bool bad, auto& s, auto& d) {
          return lumiSum_32f_C1R(ptr<Lum32f>(s, 0, n), 16, {bad ? 0 : 4, 2}, ptr<Lum64f>(d, 1, n), 2);
        }},
-      {"lumiSum_32f_C1R hint 0", 2, false, [](int n, bool bad, auto& s, auto& d) {
+      {"lumiSum_32f_C1R hint 0", 2, false,
+       [](int n, bool bad, auto& s, auto& d) {
          return lumiSum_32f_C1R(ptr<Lum32f>(s, 0, n), 16, {4, bad ? 0 : 2}, ptr<Lum64f>(d, 1, n), 0);
        }},
       // pMean (argument 1) is tested before the sum runs its own checks.
-      {"lumiMean_32f_C1R", 2, false, [](int n, bool bad, auto& s, auto& d) {
+      {"lumiMean_32f_C1R", 2, false,
+       [](int n, bool bad, auto& s, auto& d) {
          return lumiMean_32f_C1R(ptr<Lum32f>(s, 0, n), 16, {bad ? 0 : 4, 2}, ptr<Lum64f>(d, 1, n), 1);
        }},
-      {"lumsCopy_8u", 2, false, [](int n, bool bad, auto& s, auto& d) {
+      {"lumsCopy_8u", 2, false,
+       [](int n, bool bad, auto& s, auto& d) {
          return lumsCopy_8u(ptr<Lum8u>(s, 0, n), ptr<Lum8u>(d, 1, n), bad ? 0 : 9);
        }},
-      {"lumsCopy_32f", 2, false, [](int n, bool bad, auto& s, auto& d) {
+      {"lumsCopy_32f", 2, false,
+       [](int n, bool bad, auto& s, auto& d) {
          return lumsCopy_32f(ptr<Lum32f>(s, 0, n), ptr<Lum32f>(d, 1, n), bad ? -1 : 9);
        }},
-      {"lumsCopy_32s", 2, false, [](int n, bool bad, auto& s, auto& d) {
+      {"lumsCopy_32s", 2, false,
+       [](int n, bool bad, auto& s, auto& d) {
          return lumsCopy_32s(ptr<Lum32s>(s, 0, n), ptr<Lum32s>(d, 1, n), bad ? 0 : 9);
        }},
-      {"lumsSet_32f", 1, false, [](int n, bool bad, auto&, auto& d) {
-         return lumsSet_32f(1.5f, ptr<Lum32f>(d, 0, n), bad ? 0 : 9);
-       }},
-      {"lumsAddC_32f", 2, false, [](int n, bool bad, auto& s, auto& d) {
+      {"lumsSet_32f", 1, false,
+       [](int n, bool bad, auto&, auto& d) { return lumsSet_32f(1.5f, ptr<Lum32f>(d, 0, n), bad ? 0 : 9); }},
+      {"lumsAddC_32f", 2, false,
+       [](int n, bool bad, auto& s, auto& d) {
          return lumsAddC_32f(ptr<Lum32f>(s, 0, n), 2.0f, ptr<Lum32f>(d, 1, n), bad ? 0 : 12);
        }},
-      {"lumsSubC_32f", 2, false, [](int n, bool bad, auto& s, auto& d) {
+      {"lumsSubC_32f", 2, false,
+       [](int n, bool bad, auto& s, auto& d) {
          return lumsSubC_32f(ptr<Lum32f>(s, 0, n), 2.0f, ptr<Lum32f>(d, 1, n), bad ? 0 : 12);
        }},
       // val 0 hands everything to the copy, whose status comes back.
-      {"lumsAddC_32f val 0", 2, false, [](int n, bool bad, auto& s, auto& d) {
+      {"lumsAddC_32f val 0", 2, false,
+       [](int n, bool bad, auto& s, auto& d) {
          return lumsAddC_32f(ptr<Lum32f>(s, 0, n), 0.0f, ptr<Lum32f>(d, 1, n), bad ? 0 : 12);
        }},
-      {"lumsSubC_32f val -0", 2, false, [](int n, bool bad, auto& s, auto& d) {
+      {"lumsSubC_32f val -0", 2, false,
+       [](int n, bool bad, auto& s, auto& d) {
          return lumsSubC_32f(ptr<Lum32f>(s, 0, n), -0.0f, ptr<Lum32f>(d, 1, n), bad ? 0 : 12);
        }},
   };
@@ -126,9 +140,12 @@ TEST(Primitives, RefusalsInTheirOrderLeaveTheDestinationUntouched) {
         std::vector<uint8_t> src(256, 0x3C), dst(256, 0xA5);
         const LumStatus got = c.call(nullArg, bad, src, dst);
         LumStatus want = lumStatusOk;
-        if (nullArg >= 0 && bad) want = c.sizeFirst ? lumStatusBadSize : lumStatusNullPointer;
-        else if (nullArg >= 0) want = lumStatusNullPointer;
-        else if (bad) want = lumStatusBadSize;
+        if (nullArg >= 0 && bad)
+          want = c.sizeFirst ? lumStatusBadSize : lumStatusNullPointer;
+        else if (nullArg >= 0)
+          want = lumStatusNullPointer;
+        else if (bad)
+          want = lumStatusBadSize;
         EXPECT_EQ(got, want) << c.name << " null=" << nullArg << " badSize=" << bad;
         if (want != lumStatusOk) {
           EXPECT_EQ(dst, std::vector<uint8_t>(256, 0xA5)) << c.name << " wrote on refusal";
@@ -159,14 +176,14 @@ TEST(Primitives, RegionCopyStreamsByTheSizeRules) {
     int64_t cache;
     bool stream, merged, probed;
   } rows[] = {
-      {63, 100000, 64, 64, 1 << 20, false, false, false},    // narrow rows never stream
-      {32, 100000, 32, 32, 4 << 20, true, true, true},       // unless they merge into one
-      {32, 100000, 32, 33, 4 << 20, false, false, false},    // both steps must equal the width
-      {64, 2048, 128, 128, 1 << 10, false, false, false},    // 131072 bytes: plain without asking
-      {64, 2049, 128, 128, 256 << 10, true, false, true},    // above half the cache
-      {64, 2049, 128, 128, 0, false, false, true},           // unknown cache: plain
+      {63, 100000, 64, 64, 1 << 20, false, false, false},     // narrow rows never stream
+      {32, 100000, 32, 32, 4 << 20, true, true, true},        // unless they merge into one
+      {32, 100000, 32, 33, 4 << 20, false, false, false},     // both steps must equal the width
+      {64, 2048, 128, 128, 1 << 10, false, false, false},     // 131072 bytes: plain without asking
+      {64, 2049, 128, 128, 256 << 10, true, false, true},     // above half the cache
+      {64, 2049, 128, 128, 0, false, false, true},            // unknown cache: plain
       {1000, 1000, 1000, 2000, 2 << 20, false, false, true},  // 1e6 is not above 1 MiB
-      {65536, 65536, 65536, 65536, 0, true, false, false},   // product overflows: streams unasked
+      {65536, 65536, 65536, 65536, 0, true, false, false},    // product overflows: streams unasked
       {46341, 46341, 0, 0, 0, true, false, false},
   };
   for (const Row& r : rows) {
@@ -214,13 +231,13 @@ TEST(Primitives, CacheDescriptorsGiveTheLargestListedCache) {
     int64_t size;
   } rows[] = {
       {{0x00000001, 0, 0, 0x00000043}, 512 << 10},
-      {{0x00EC0001, 0, 0, 0}, 24 << 20},               // a descriptor in eax's upper bytes
-      {{0x00000001, 0x00000043, 0x00004D00, 0}, 16 << 20},  // the table order picks the largest
+      {{0x00EC0001, 0, 0, 0}, 24 << 20},                     // a descriptor in eax's upper bytes
+      {{0x00000001, 0x00000043, 0x00004D00, 0}, 16 << 20},   // the table order picks the largest
       {{0x00000001, 0x800000EC, 0, 0x00000022}, 512 << 10},  // top bit set: register ignored
-      {{0x00000002, 0x000000EC, 0, 0}, 0},             // eax low byte must be 1
+      {{0x00000002, 0x000000EC, 0, 0}, 0},                   // eax low byte must be 1
       {{0x000000FF, 0x000000EC, 0, 0}, 0},
-      {{0x00FFFF01, 0x0000002C, 0, 0}, 0},             // no cache of the table named
-      {{0x00000001, 0x93000000, 0, 0}, 0},             // 0x93 is a size code, not a descriptor
+      {{0x00FFFF01, 0x0000002C, 0, 0}, 0},  // no cache of the table named
+      {{0x00000001, 0x93000000, 0, 0}, 0},  // 0x93 is a size code, not a descriptor
       {{0x00000001, 0, 0x00EB0000, 0}, 18 << 20},
       {{0x00000001, 0, 0, 0x48000000}, 3 << 20},
       {{0x00000001, 0x00290000, 0, 0}, 4 << 20},
@@ -253,13 +270,22 @@ TEST(Primitives, RegionCopyOnEveryPath) {
         for (ImageOptions o : {ImageOptions{}, ImageOptions{5, 3}, ImageOptions{0, 8, true}}) {
           GuardedImage s(w, h, o), d(w, h, ImageOptions{7, -1, o.negativeStep});
           const std::string what = std::string(mode) + " w=" + std::to_string(w) + " h=" + std::to_string(h);
-          expectCopy(s, d, [&] { lumiCopy_8u_C1R(s.data(), s.step(), d.data(), d.step(), {w, h}); }, what);
+          expectCopy(
+              s, d,
+              [&] {
+                lumiCopy_8u_C1R(s.data(), s.step(), d.data(), d.step(), {w, h});
+              },
+              what);
           for (const auto& plan : plans)
-            expectCopy(s, d, [&] { K::owniCopy8uas(s.data(), s.step(), d.data(), d.step(), w, h, plan); },
-                       what + (plan.streaming ? " streaming" : " plain"));
-          expectCopy(s, d, [&] {
-            lumiCopy_8u_C1R_L(s.data(), s.step(), d.data(), d.step(), {w, h});
-          }, what + " long form");
+            expectCopy(
+                s, d, [&] { K::owniCopy8uas(s.data(), s.step(), d.data(), d.step(), w, h, plan); },
+                what + (plan.streaming ? " streaming" : " plain"));
+          expectCopy(
+              s, d,
+              [&] {
+                lumiCopy_8u_C1R_L(s.data(), s.step(), d.data(), d.step(), {w, h});
+              },
+              what + " long form");
         }
       }
     }
@@ -272,9 +298,18 @@ TEST(Primitives, RegionCopyMergesRowsWhenStepsEqualTheWidth) {
       for (bool streaming : {false, true}) {
         GuardedImage s(w, 300, {0}), d(w, 300, {0});  // no padding: step == width
         ASSERT_EQ(s.step(), w);
-        expectCopy(s, d, [&] { K::owniCopy8uas(s.data(), w, d.data(), w, w, 300, {streaming, true}); },
-                   std::string(mode) + " merged w=" + std::to_string(w));
-        expectCopy(s, d, [&] { lumiCopy_8u_C1R(s.data(), w, d.data(), w, {w, 300}); }, "entry, merged");
+        expectCopy(
+            s, d,
+            [&] {
+              K::owniCopy8uas(s.data(), w, d.data(), w, w, 300, {streaming, true});
+            },
+            std::string(mode) + " merged w=" + std::to_string(w));
+        expectCopy(
+            s, d,
+            [&] {
+              lumiCopy_8u_C1R(s.data(), w, d.data(), w, {w, 300});
+            },
+            "entry, merged");
       }
     }
   });
@@ -291,12 +326,17 @@ TEST(Primitives, ArrayCopiesOnEveryPathAndAlignment) {
         const std::string what = std::string(mode) + " n=" + std::to_string(n) + " off=" + std::to_string(off);
         auto* sb = s.data();
         auto* db = d.data();
-        expectCopy(s, d, [&] { lumsCopy_8u(sb, db, n * 4); }, what + " 8u");
-        expectCopy(s, d, [&] { lumsCopy_32f(s.as<Lum32f>(), d.as<Lum32f>(), n); }, what + " 32f");
-        expectCopy(s, d, [&] { lumsCopy_32s(s.as<Lum32s>(), d.as<Lum32s>(), n); }, what + " 32s");
+        expectCopy(
+            s, d, [&] { lumsCopy_8u(sb, db, n * 4); }, what + " 8u");
+        expectCopy(
+            s, d, [&] { lumsCopy_32f(s.as<Lum32f>(), d.as<Lum32f>(), n); }, what + " 32f");
+        expectCopy(
+            s, d, [&] { lumsCopy_32s(s.as<Lum32s>(), d.as<Lum32s>(), n); }, what + " 32s");
         for (bool st : {false, true}) {
-          expectCopy(s, d, [&] { K::ownsCopy_8u(sb, db, size_t(n) * 4, st); }, what + " ownsCopy");
-          expectCopy(s, d, [&] { lum::ownccCopy_8u_C1_W7(sb, db, n * 4, st); }, what + " ownccCopy");
+          expectCopy(
+              s, d, [&] { K::ownsCopy_8u(sb, db, size_t(n) * 4, st); }, what + " ownsCopy");
+          expectCopy(
+              s, d, [&] { lum::ownccCopy_8u_C1_W7(sb, db, n * 4, st); }, what + " ownccCopy");
         }
       }
     }
@@ -349,8 +389,10 @@ TEST(Primitives, FillsOnEveryPath) {
         for (int path = 0; path < 3; ++path) {
           GuardedImage a(w * 4, 1, {0, off});
           a.fill(0);
-          if (path == 0) ASSERT_EQ(lumsSet_32f(v, a.as<Lum32f>(), w), lumStatusOk);
-          else K::ownsSet_32s(a.as<uint32_t>(), size_t(w), bitsOf(v), path == 2);
+          if (path == 0)
+            ASSERT_EQ(lumsSet_32f(v, a.as<Lum32f>(), w), lumStatusOk);
+          else
+            K::ownsSet_32s(a.as<uint32_t>(), size_t(w), bitsOf(v), path == 2);
           for (int i = 0; i < w; ++i) {
             float got;
             std::memcpy(&got, a.data() + 4 * i, 4);
@@ -402,8 +444,9 @@ TEST(Primitives, ConstantZeroCopiesBitForBit) {
   for (float val : {0.0f, -0.0f}) {
     for (int sub = 0; sub < 2; ++sub) {
       uint32_t out[std::size(in)] = {};
-      const LumStatus st = sub ? lumsSubC_32f(reinterpret_cast<const float*>(in), val, reinterpret_cast<float*>(out), n)
-                               : lumsAddC_32f(reinterpret_cast<const float*>(in), val, reinterpret_cast<float*>(out), n);
+      const LumStatus st =
+          sub ? lumsSubC_32f(reinterpret_cast<const float*>(in), val, reinterpret_cast<float*>(out), n)
+              : lumsAddC_32f(reinterpret_cast<const float*>(in), val, reinterpret_cast<float*>(out), n);
       EXPECT_EQ(st, lumStatusOk);
       for (int i = 0; i < n; ++i) EXPECT_EQ(out[i], in[i]) << "sub=" << sub << " val=" << val << " i=" << i;
     }
@@ -471,7 +514,9 @@ float modelMax(const FloatRows& r) {
     for (float& l : a) l = -FLT_MAX;
   for (int y = 0; y < r.h; ++y) {
     const auto slots = rowSlots(reinterpret_cast<uintptr_t>(r.base + y * r.pitch), r.w, true);
-    for (int x = 0; x < r.w; ++x) m[slots[size_t(x)].acc][slots[size_t(x)].lane] = x86max(m[slots[size_t(x)].acc][slots[size_t(x)].lane], r.get(y, x));
+    for (int x = 0; x < r.w; ++x)
+      m[slots[size_t(x)].acc][slots[size_t(x)].lane] =
+          x86max(m[slots[size_t(x)].acc][slots[size_t(x)].lane], r.get(y, x));
   }
   float t[4];
   for (int l = 0; l < 4; ++l) t[l] = x86max(m[0][l], m[1][l]);
@@ -501,8 +546,10 @@ double modelSumDouble(const FloatRows& r) {
     double s[16] = {}, chain[2] = {};
     for (int x = 0; x < blocks * 16; ++x) {
       const int pos = x % 16;
-      if (pos % 2 == 0) s[pos] += r.get(y, x);
-      else chain[(pos / 2) % 2] += r.get(y, x);
+      if (pos % 2 == 0)
+        s[pos] += r.get(y, x);
+      else
+        chain[(pos / 2) % 2] += r.get(y, x);
     }
     if (blocks) {
       even += ((s[0] + s[4]) + (s[8] + s[12])) + ((s[2] + s[6]) + (s[10] + s[14]));
@@ -590,9 +637,13 @@ TEST(Primitives, MaxKnownAnswers) {
     const char* why;
     int w, off;
     std::vector<std::pair<int, float>> at;  // the rest -10
-    float want;  // NaN: the result is a NaN
+    float want;                             // NaN: the result is a NaN
   } cases[] = {
-      {"accumulators start at -FLT_MAX", 5, 0, {{0, -INFINITY}, {1, -INFINITY}, {2, -INFINITY}, {3, -INFINITY}, {4, -INFINITY}}, -FLT_MAX},
+      {"accumulators start at -FLT_MAX",
+       5,
+       0,
+       {{0, -INFINITY}, {1, -INFINITY}, {2, -INFINITY}, {3, -INFINITY}, {4, -INFINITY}},
+       -FLT_MAX},
       {"a NaN in m1's last lane survives the merges", 8, 0, {{7, NAN}, {0, 5.0f}}, NAN},
       {"a NaN in m0 yields to m1 at the merge", 8, 0, {{3, NAN}, {0, 5.0f}}, 5.0f},
       {"the next sample replaces a NaN: 100, NaN, -5 in one lane", 24, 0, {{0, 100.0f}, {8, NAN}, {16, -5.0f}}, -5.0f},
@@ -640,22 +691,19 @@ TEST(Primitives, ReductionsTakeAnyStep) {
   std::mt19937 rng(2);
   for (int y = 0; y < 4; ++y)
     for (int x = 0; x < 37; ++x) r.set(y, x, cancelling(rng));
+  FloatRows flipped(37, 4, 4), thrice(37, 3, 4);
+  for (int y = 0; y < 4; ++y)
+    for (int x = 0; x < 37; ++x) {
+      flipped.set(3 - y, x, r.get(y, x));
+      if (y < 3) thrice.set(y, x, r.get(0, x));
+    }
   for (int hint : {0, 2}) {
-    double down = 0, up = 0, same = 0, once = 0;
-    lumiSum_32f_C1R(r.ptr(), r.pitch, {37, 4}, &down, hint);
+    const auto model = hint == 2 ? modelSumDouble : modelSumSingle;
+    double up = 0, same = 0;
     lumiSum_32f_C1R(reinterpret_cast<const float*>(r.base + 3 * r.pitch), -r.pitch, {37, 4}, &up, hint);
     lumiSum_32f_C1R(r.ptr(), 0, {37, 3}, &same, hint);
-    lumiSum_32f_C1R(r.ptr(), r.pitch, {37, 1}, &once, hint);
-    FloatRows flipped(37, 4, 4);
-    for (int y = 0; y < 4; ++y)
-      for (int x = 0; x < 37; ++x) flipped.set(3 - y, x, r.get(y, x));
-    EXPECT_EQ(up, hint == 2 ? modelSumDouble(flipped) : modelSumSingle(flipped));
-    EXPECT_EQ(down, hint == 2 ? modelSumDouble(r) : modelSumSingle(r));
-    FloatRows thrice(37, 3, 4);
-    for (int y = 0; y < 3; ++y)
-      for (int x = 0; x < 37; ++x) thrice.set(y, x, r.get(0, x));
-    EXPECT_EQ(same, hint == 2 ? modelSumDouble(thrice) : modelSumSingle(thrice));
-    (void)once;
+    EXPECT_EQ(up, model(flipped)) << hint;
+    EXPECT_EQ(same, model(thrice)) << hint;
   }
   float mx = 0;
   lumiMax_32f_C1R(reinterpret_cast<const float*>(r.base + 3 * r.pitch), -r.pitch, {37, 4}, &mx);
@@ -668,10 +716,18 @@ TEST(Primitives, SoftExtendedMatchesTheX87) {
   GTEST_SKIP() << "long double is not the x87 extended type here";
 #else
   // Ties at the 64-bit rounding point go to even; then the big term is taken away.
-  const std::vector<std::vector<float>> seqs = {
-      {0x1p63f, 0.5f, -0x1p63f}, {0x1p63f, 1.5f, -0x1p63f}, {-0x1p63f, -2.5f, 0x1p63f},
-      {0x1p64f, 1.0f, -0x1p64f}, {0x1p64f, 3.0f, -0x1p64f}, {0x1p63f, 0x1p-1f, 0x1p-2f, -0x1p63f},
-      {0x1p100f, -0x1p36f, 1.0f}, {1.0f, -1.0f}, {-0.0f, -0.0f}, {-0.0f}, {INFINITY, -INFINITY}, {INFINITY, 5.0f}};
+  const std::vector<std::vector<float>> seqs = {{0x1p63f, 0.5f, -0x1p63f},
+                                                {0x1p63f, 1.5f, -0x1p63f},
+                                                {-0x1p63f, -2.5f, 0x1p63f},
+                                                {0x1p64f, 1.0f, -0x1p64f},
+                                                {0x1p64f, 3.0f, -0x1p64f},
+                                                {0x1p63f, 0x1p-1f, 0x1p-2f, -0x1p63f},
+                                                {0x1p100f, -0x1p36f, 1.0f},
+                                                {1.0f, -1.0f},
+                                                {-0.0f, -0.0f},
+                                                {-0.0f},
+                                                {INFINITY, -INFINITY},
+                                                {INFINITY, 5.0f}};
   for (const auto& q : seqs) {
     K::SoftExtended soft;
     long double x87 = 0;

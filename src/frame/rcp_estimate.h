@@ -16,7 +16,7 @@ namespace detail {
 constexpr std::array<uint32_t, 2048> makeRcpTable() {
   std::array<uint32_t, 2048> t{};
   for (uint32_t i = 0; i < 2048; ++i) {
-    const uint64_t den = 4097 + 2 * i;  // odd, so the rounding never ties
+    const uint64_t den = 4097 + 2 * i;                           // odd, so the rounding never ties
     const uint64_t n = ((uint64_t(1) << 26) + den) / (2 * den);  // round(2^25 / den)
     t[i] = uint32_t(n - 4096) << 11;
   }

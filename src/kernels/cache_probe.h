@@ -16,14 +16,14 @@ using CacheProbe = int64_t (*)();
 // caches first, ended by a zero byte. An encoded byte e stands for
 // (e >> 4) << ((e & 15) + 18) bytes.
 inline constexpr uint8_t kCacheDescriptors[] = {
-    0xEC, 0x35,                                                                      // 24 MiB
-    0xEB, 0x93,                                                                      // 18 MiB
-    0x4D, 0x16,                                                                      // 16 MiB
-    0xEA, 0x34, 0x4C, 0x34,                                                          // 12 MiB
-    0xE4, 0x15, 0xDE, 0x15, 0x4B, 0x15, 0x47, 0x15,                                  // 8 MiB
-    0x4E, 0x33, 0x4A, 0x33,                                                          // 6 MiB
-    0xE3, 0x14, 0xDD, 0x14, 0xD8, 0x14, 0x49, 0x14, 0x29, 0x14, 0x46, 0x14,          // 4 MiB
-    0x48, 0x32,                                                                      // 3 MiB
+    0xEC, 0x35,                                                                                      // 24 MiB
+    0xEB, 0x93,                                                                                      // 18 MiB
+    0x4D, 0x16,                                                                                      // 16 MiB
+    0xEA, 0x34, 0x4C, 0x34,                                                                          // 12 MiB
+    0xE4, 0x15, 0xDE, 0x15, 0x4B, 0x15, 0x47, 0x15,                                                  // 8 MiB
+    0x4E, 0x33, 0x4A, 0x33,                                                                          // 6 MiB
+    0xE3, 0x14, 0xDD, 0x14, 0xD8, 0x14, 0x49, 0x14, 0x29, 0x14, 0x46, 0x14,                          // 4 MiB
+    0x48, 0x32,                                                                                      // 3 MiB
     0xE2, 0x13, 0xDC, 0x13, 0xD7, 0x13, 0xD2, 0x13, 0x25, 0x13, 0x7D, 0x13, 0x85, 0x13, 0x45, 0x13,  // 2 MiB
     0xD6, 0x12, 0xD1, 0x12, 0x23, 0x12, 0x87, 0x12, 0x7C, 0x12, 0x78, 0x12, 0x84, 0x12, 0x44, 0x12,  // 1 MiB
     0xD0, 0x11, 0x22, 0x11, 0x7B, 0x11, 0x80, 0x11, 0x86, 0x11, 0x3E, 0x11, 0x7F, 0x11, 0x83, 0x11,
@@ -49,7 +49,7 @@ int64_t probeCacheSize();
 // owniCopy8uas: whether a region copy streams, and whether its rows merge.
 struct RegionCopyPlan {
   bool streaming = false;
-  bool merged = false;     // the region is copied as one row of width * height bytes
+  bool merged = false;  // the region is copied as one row of width * height bytes
 };
 RegionCopyPlan planRegionCopy(int width, int height, int srcStep, int dstStep, CacheProbe probe = probeCacheSize);
 

@@ -81,7 +81,8 @@ void sumRowSingle(const float* p, int n, ExtendedSum& acc) {
   using V = typename L::V;
   V a0 = L::zero(), a1 = a0, a2 = a0, a3 = a0;
   const int peeled = peelTo16(
-      p, n, [&](const float* q) { a0 = L::add(a0, L::load1(q)); }, [&](const float* q) { a1 = L::add(a1, L::load2(q)); });
+      p, n, [&](const float* q) { a0 = L::add(a0, L::load1(q)); },
+      [&](const float* q) { a1 = L::add(a1, L::load2(q)); });
   p += peeled;
   n -= peeled;
   for (; n >= 16; n -= 16, p += 16) {
