@@ -249,68 +249,80 @@ TEST(Primitives, CacheDescriptorsGiveTheLargestListedCache) {
 
 // ---- copies and fills in guarded memory ------------------------------------
 
-// Copies src to dst by `copy` and checks every byte, the canaries of both images
-// and an unchanged source.
-void expectCopy(GuardedImage& src, GuardedImage& dst, const std::function<void()>& copy, const std::string& what) {
-  std::mt19937 rng(unsigned(src.rowBytes() * 31 + src.height()));
-  src.randomize(rng);
-  dst.fill(0);
-  const auto before = src.bytes();
-  copy();
-  ASSERT_EQ(dst.bytes(), before) << what;
-  ASSERT_TRUE(dst.intactCanaries()) << what << ": write outside the region";
-  ASSERT_TRUE(src.intactCanaries() && src.bytes() == before) << what << ": source changed";
+// Named copies from one guarded image to another of the same shape.
+using Copier = std::pair<const char*, std::function<void(const GuardedImage&, const GuardedImage&)>>;
+
+// Runs each copier on fresh random bytes and checks every byte, the canaries of
+// both images and an unchanged source.
+void expectCopies(GuardedImage& s, GuardedImage& d, const std::vector<Copier>& copiers, const std::string& what) {
+  std::mt19937 rng(unsigned(s.rowBytes() * 31 + s.height()));
+  s.randomize(rng);
+  for (const auto& [name, copy] : copiers) {
+    d.fill(0);
+    const auto before = s.bytes();
+    copy(s, d);
+    ASSERT_EQ(d.bytes(), before) << what << " " << name;
+    ASSERT_TRUE(d.intactCanaries()) << what << " " << name << ": write outside the region";
+    ASSERT_TRUE(s.intactCanaries() && s.bytes() == before) << what << " " << name << ": source changed";
+  }
 }
 
+LumSize sizeOf(const GuardedImage& g) { return {g.rowBytes(), g.height()}; }
+
+const std::vector<Copier> kRegionCopies = {
+    {"entry", [](auto& s, auto& d) { lumiCopy_8u_C1R(s.data(), s.step(), d.data(), d.step(), sizeOf(s)); }},
+    {"long form",
+     [](auto& s, auto& d) {
+       lumiCopy_8u_C1R_L(s.data(), s.step(), d.data(), d.step(), {s.rowBytes(), s.height()});
+     }},
+    {"plain",
+     [](auto& s, auto& d) {
+       K::owniCopy8uas(s.data(), s.step(), d.data(), d.step(), s.rowBytes(), s.height(), {false, false});
+     }},
+    {"streaming",
+     [](auto& s, auto& d) {
+       K::owniCopy8uas(s.data(), s.step(), d.data(), d.step(), s.rowBytes(), s.height(), {true, false});
+     }},
+};
+
+// Rows of step == width: merged into one row, on both paths.
+const std::vector<Copier> kMergedCopies = {
+    {"entry", kRegionCopies[0].second},
+    {"merged plain",
+     [](auto& s, auto& d) {
+       K::owniCopy8uas(s.data(), s.step(), d.data(), d.step(), s.rowBytes(), s.height(), {false, true});
+     }},
+    {"merged streaming",
+     [](auto& s, auto& d) {
+       K::owniCopy8uas(s.data(), s.step(), d.data(), d.step(), s.rowBytes(), s.height(), {true, true});
+     }},
+};
+
+// One row of n * 4 bytes.
+const std::vector<Copier> kArrayCopies = {
+    {"8u", [](auto& s, auto& d) { lumsCopy_8u(s.data(), d.data(), s.rowBytes()); }},
+    {"32f", [](auto& s, auto& d) { lumsCopy_32f(s.template as<Lum32f>(), d.template as<Lum32f>(), s.rowBytes() / 4); }},
+    {"32s", [](auto& s, auto& d) { lumsCopy_32s(s.template as<Lum32s>(), d.template as<Lum32s>(), s.rowBytes() / 4); }},
+    {"ownsCopy plain", [](auto& s, auto& d) { K::ownsCopy_8u(s.data(), d.data(), size_t(s.rowBytes()), false); }},
+    {"ownsCopy streaming", [](auto& s, auto& d) { K::ownsCopy_8u(s.data(), d.data(), size_t(s.rowBytes()), true); }},
+    {"ownccCopy plain", [](auto& s, auto& d) { lum::ownccCopy_8u_C1_W7(s.data(), d.data(), s.rowBytes(), false); }},
+    {"ownccCopy streaming", [](auto& s, auto& d) { lum::ownccCopy_8u_C1_W7(s.data(), d.data(), s.rowBytes(), true); }},
+};
+
 TEST(Primitives, RegionCopyOnEveryPath) {
-  const K::RegionCopyPlan plans[] = {{false, false}, {true, false}};
   bothPaths([&](const char* mode) {
     for (int w : widths()) {
       for (int h : {1, 3}) {
+        // Guard page after the last row, misaligned rows, and bottom-up rows.
         for (ImageOptions o : {ImageOptions{}, ImageOptions{5, 3}, ImageOptions{0, 8, true}}) {
           GuardedImage s(w, h, o), d(w, h, ImageOptions{7, -1, o.negativeStep});
-          const std::string what = std::string(mode) + " w=" + std::to_string(w) + " h=" + std::to_string(h);
-          expectCopy(
-              s, d,
-              [&] {
-                lumiCopy_8u_C1R(s.data(), s.step(), d.data(), d.step(), {w, h});
-              },
-              what);
-          for (const auto& plan : plans)
-            expectCopy(
-                s, d, [&] { K::owniCopy8uas(s.data(), s.step(), d.data(), d.step(), w, h, plan); },
-                what + (plan.streaming ? " streaming" : " plain"));
-          expectCopy(
-              s, d,
-              [&] {
-                lumiCopy_8u_C1R_L(s.data(), s.step(), d.data(), d.step(), {w, h});
-              },
-              what + " long form");
+          expectCopies(s, d, kRegionCopies, std::string(mode) + " w=" + std::to_string(w) + " h=" + std::to_string(h));
         }
       }
     }
-  });
-}
-
-TEST(Primitives, RegionCopyMergesRowsWhenStepsEqualTheWidth) {
-  bothPaths([&](const char* mode) {
     for (int w : {1, 7, 64, 100}) {
-      for (bool streaming : {false, true}) {
-        GuardedImage s(w, 300, {0}), d(w, 300, {0});  // no padding: step == width
-        ASSERT_EQ(s.step(), w);
-        expectCopy(
-            s, d,
-            [&] {
-              K::owniCopy8uas(s.data(), w, d.data(), w, w, 300, {streaming, true});
-            },
-            std::string(mode) + " merged w=" + std::to_string(w));
-        expectCopy(
-            s, d,
-            [&] {
-              lumiCopy_8u_C1R(s.data(), w, d.data(), w, {w, 300});
-            },
-            "entry, merged");
-      }
+      GuardedImage s(w, 300, {0}), d(w, 300, {0});  // no padding: step == width
+      expectCopies(s, d, kMergedCopies, std::string(mode) + " merged w=" + std::to_string(w));
     }
   });
 }
@@ -323,21 +335,7 @@ TEST(Primitives, ArrayCopiesOnEveryPathAndAlignment) {
       for (int off : {-1, 0, 1, 4, 8, 13}) {
         if (n > 5000 && off > 1) continue;
         GuardedImage s(n * 4, 1, {0, off}), d(n * 4, 1, {0, off < 0 ? -1 : (off * 3) & 15});
-        const std::string what = std::string(mode) + " n=" + std::to_string(n) + " off=" + std::to_string(off);
-        auto* sb = s.data();
-        auto* db = d.data();
-        expectCopy(
-            s, d, [&] { lumsCopy_8u(sb, db, n * 4); }, what + " 8u");
-        expectCopy(
-            s, d, [&] { lumsCopy_32f(s.as<Lum32f>(), d.as<Lum32f>(), n); }, what + " 32f");
-        expectCopy(
-            s, d, [&] { lumsCopy_32s(s.as<Lum32s>(), d.as<Lum32s>(), n); }, what + " 32s");
-        for (bool st : {false, true}) {
-          expectCopy(
-              s, d, [&] { K::ownsCopy_8u(sb, db, size_t(n) * 4, st); }, what + " ownsCopy");
-          expectCopy(
-              s, d, [&] { lum::ownccCopy_8u_C1_W7(sb, db, n * 4, st); }, what + " ownccCopy");
-        }
+        expectCopies(s, d, kArrayCopies, std::string(mode) + " n=" + std::to_string(n) + " off=" + std::to_string(off));
       }
     }
   });
