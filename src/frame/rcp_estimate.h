@@ -16,7 +16,7 @@ namespace detail {
 constexpr std::array<uint32_t, 2048> makeRcpTable() {
   std::array<uint32_t, 2048> t{};
   for (uint32_t i = 0; i < 2048; ++i) {
-    const uint64_t den = 4097 + 2 * i;  // odd, so the rounding never ties
+    const uint64_t den = 4097 + 2 * i;                           // odd, so the rounding never ties
     const uint64_t n = ((uint64_t(1) << 26) + den) / (2 * den);  // round(2^25 / den)
     t[i] = uint32_t(n - 4096) << 11;
   }
@@ -51,12 +51,32 @@ inline float rcpEstimate(float x) {
 }
 
 #if LUM_SIMD_SSE
-// Four lanes of the estimate.
+// Four lanes of the estimate, lane for lane equal to the scalar rule. Integer
+// SSE2 only (so any translation unit may use it): the special cases are masks,
+// the table is read by four scalar loads.
 inline __m128 rcpEstimate(__m128 x) {
-  alignas(16) float v[4];
-  _mm_store_ps(v, x);
-  for (float& f : v) f = rcpEstimate(f);
-  return _mm_load_ps(v);
+  const __m128i b = _mm_castps_si128(x);
+  const __m128i sign = _mm_and_si128(b, _mm_set1_epi32(int(0x80000000u)));
+  const __m128i ex = _mm_and_si128(_mm_srli_epi32(b, 23), _mm_set1_epi32(0xFF));
+  const __m128i idx = _mm_and_si128(_mm_srli_epi32(b, 12), _mm_set1_epi32(0x7FF));
+  alignas(16) uint32_t i[4];
+  _mm_store_si128(reinterpret_cast<__m128i*>(i), idx);
+  const __m128i mant = _mm_setr_epi32(int(kRcpMantissa[i[0]]), int(kRcpMantissa[i[1]]), int(kRcpMantissa[i[2]]),
+                                      int(kRcpMantissa[i[3]]));
+  // Normal: sign | (253 - ex) << 23 | mantissa.
+  __m128i r = _mm_or_si128(_mm_or_si128(sign, _mm_slli_epi32(_mm_sub_epi32(_mm_set1_epi32(253), ex), 23)), mant);
+  const auto pick = [](__m128i m, __m128i a, __m128i other) {
+    return _mm_or_si128(_mm_and_si128(m, a), _mm_andnot_si128(m, other));
+  };
+  // ex >= 253 (huge, infinity, NaN): signed zero for now.
+  r = pick(_mm_cmpgt_epi32(ex, _mm_set1_epi32(252)), sign, r);
+  // ex == 0 (zero, denormal): signed infinity.
+  r = pick(_mm_cmpeq_epi32(ex, _mm_setzero_si128()), _mm_or_si128(sign, _mm_set1_epi32(0x7F800000)), r);
+  // NaN: the input quieted.
+  const __m128i absb = _mm_and_si128(b, _mm_set1_epi32(0x7FFFFFFF));
+  const __m128i nan = _mm_cmpgt_epi32(absb, _mm_set1_epi32(0x7F800000));
+  r = pick(nan, _mm_or_si128(b, _mm_set1_epi32(0x400000)), r);
+  return _mm_castsi128_ps(r);
 }
 #endif
 

@@ -36,3 +36,28 @@ namespace lum {
 // and when the two streams do not collide. Results never depend on the flag.
 void ownccCopy_8u_C1_W7(const Lum8u* pSrc, Lum8u* pDst, int len, bool streaming);
 }  // namespace lum
+
+#include "kernels/cache_probe.h"
+
+// The kernels under the entries, with their path chosen by the caller (tests
+// drive each path directly; the entries choose by the size rules).
+namespace lum::kern {
+// Region copy by rows, or as one merged row; streaming rows end with one fence.
+void owniCopy8uas(const uint8_t* pSrc, int srcStep, uint8_t* pDst, int dstStep, int width, int height,
+                  RegionCopyPlan plan);
+// Array copy of n bytes; the first form asks bytesCopyStreams for the path.
+void ownsCopy_8u(const uint8_t* pSrc, uint8_t* pDst, size_t n);
+void ownsCopy_8u(const uint8_t* pSrc, uint8_t* pDst, size_t n, bool streaming);
+// One row of n bytes set to value.
+void owniSet_8u_C1_W7(uint8_t* pDst, size_t n, uint8_t value, bool streaming);
+// n 32-bit words set to w; the first form asks wordsSetStreams for the path.
+void ownsSet_32s(uint32_t* pDst, size_t n, uint32_t w);
+void ownsSet_32s(uint32_t* pDst, size_t n, uint32_t w, bool streaming);
+// pDst[i] = pSrc[i] + v, or - v, for len >= 1 elements.
+void ownsAddC_32f(const float* pSrc, float v, float* pDst, int len);
+void ownsSubC_32f(const float* pSrc, float v, float* pDst, int len);
+// Maximum over a region of at least one sample.
+float ownpi_Max_32f_C1R(const float* pSrc, int srcStep, int width, int height);
+// Single-precision rows into the extended accumulator (every hint but 2).
+double ownpi_Sum_32f_C1R(const float* pSrc, int srcStep, int width, int height);
+}  // namespace lum::kern
