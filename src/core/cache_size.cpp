@@ -54,12 +54,21 @@ int64_t largestCacheFromSysfs() {
   return best;
 }
 
+// The processor's largest cache, asked once per process: the answer never changes,
+// and asking (identification instructions, sysfs) is slow under a hypervisor.
+int64_t largestCache() {
+  static const int64_t size = [] {
+    const int64_t c = largestCacheFromCpuid();
+    return c > 0 ? c : largestCacheFromSysfs();
+  }();
+  return size;
+}
+
 }  // namespace
 
 extern "C" LUMCORE_API int32_t lumGetMaxCacheSizeB(int32_t* pSizeByte) {
   if (!pSizeByte) return -8;
-  int64_t size = largestCacheFromCpuid();
-  if (size <= 0) size = largestCacheFromSysfs();
+  const int64_t size = largestCache();
   if (size <= 0) {
     *pSizeByte = 0;
     return -1;
