@@ -29,6 +29,7 @@ struct ImageShape {
   bool array = false;
   std::vector<PlaneShape> planes;
   int checkedPlanes = -1;  // plane pointers the function tests (-1: all)
+  bool separate = false;   // planes passed as separate pointers, with no array pointer (P2 forms)
   int nChecked() const { return checkedPlanes < 0 ? int(planes.size()) : checkedPlanes; }
 };
 
@@ -68,7 +69,11 @@ struct FnCase {
   int widthStep = 1;                // widths tested are multiples of this (and minWidth)
   int heightStep = 1;
   LumStatus okStatus = lumStatusOk;  // status on a good call of a valid size
+  bool oddSizeWarns = false;         // an odd width or height returns lumStatusOddSize instead
 };
+
+// Status of a good call of the function at this size.
+LumStatus expectedStatus(const FnCase& fc, LumSize roi);
 
 // Holds the images of one call, source and destination, in guarded memory.
 struct CallImages {
