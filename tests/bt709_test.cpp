@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "frame/simd.h"
+#include "lumachroma/bt709_kernels.h"
 #include "lumcc.h"
 #include "support/family.h"
 
@@ -184,6 +185,31 @@ TEST(Bt709, VectorBlocksMatchScalarTwinsAtEveryWidth) {
   for (const auto& c : cases()) {
     checkVectorMatchesScalar(c.fc, blockWidths(), 4);
     checkVectorMatchesScalar(c.fc, {1, 7, 17, 33, 45}, 3);
+  }
+}
+
+// The wide blocks (sixteen lanes, where the processor has them) against the
+// eight-lane blocks: identical bytes at every width around their groups.
+TEST(Bt709, WideBlocksMatchEightLaneBlocks) {
+  std::mt19937 rng(29);
+  for (const auto& c : cases()) {
+    SCOPED_TRACE(c.fc.name);
+    for (int w : blockWidths()) {
+      if (w < c.fc.minWidth) continue;
+      const LumSize roi{w, 4};
+      CallImages wide(c.fc, roi), narrow(c.fc, roi);
+      wide.randomizeSource(rng);
+      for (size_t i = 0; i < wide.src.size(); ++i) narrow.src[i].setBytes(wide.src[i].bytes());
+      wide.fillDestination(0x33);
+      narrow.fillDestination(0x33);
+      ASSERT_EQ(c.fc.call(wide.buffers(), roi), expectedStatus(c.fc, roi));
+      lum::bt709::wide::setEnabled(false);
+      const LumStatus s = c.fc.call(narrow.buffers(), roi);
+      lum::bt709::wide::setEnabled(true);
+      ASSERT_EQ(s, expectedStatus(c.fc, roi));
+      ASSERT_EQ(wide.destinationBytes(), narrow.destinationBytes()) << "width " << w;
+      ASSERT_TRUE(wide.canariesIntact() && narrow.canariesIntact()) << "width " << w;
+    }
   }
 }
 

@@ -38,6 +38,34 @@ inline void store16(uint8_t* p, __m128i v) {
 inline LumStatus oddSizeStatus(LumSize roi) { return ((roi.width | roi.height) & 1) ? lumStatusOddSize : lumStatusOk; }
 
 // ---------------------------------------------------------------------------
+// Wide blocks: sixteen 16-bit lanes (AVX2), in bt709_avx2.cpp
+// ---------------------------------------------------------------------------
+// They compute the lanes of the same forms as the eight-lane blocks and the
+// scalar twins; a row kernel hands them the first whole groups of its block
+// part and goes on from the pixel they return. They run only when the processor
+// has AVX2 (asked once) and vector blocks are on.
+namespace wide {
+// True when the wide blocks may run in this call.
+bool enabled() noexcept;
+// Tests: turns the wide blocks off (or back on) in this thread, leaving the
+// eight-lane blocks on, so that each lane width can be compared with the others.
+void setEnabled(bool on) noexcept;
+
+#if LUM_SIMD_SSE
+// Inverse block Form over pixels [0, n) of a row, groups of 16; returns the
+// pixels done. Alpha A of a four-byte destination is aval.
+template <class Form, class Src, class Dst, Alpha A>
+int inverse(const SrcPlanes& s, const DstPlanes& d, int n, int aval);
+// Forward cells of a row pair over pixels [0, n), groups of 32; returns the pixels done.
+template <class Block, class Src, class Sink>
+int cells(const SrcPlanes& s0, const SrcPlanes& s1, uint8_t* y0, uint8_t* y1, const DstPlanes& c, int n);
+// Forward 4:2:2 pairs of a row over pixels [0, n), groups of 32; returns the pixels done.
+template <class Block, class Src, bool Al>
+int pairs(const SrcPlanes& s, uint8_t* d, int n);
+#endif
+}  // namespace wide
+
+// ---------------------------------------------------------------------------
 // Sources of the inverse conversions
 // ---------------------------------------------------------------------------
 
@@ -113,6 +141,25 @@ struct BGRAAligned : layout::BGRA {
 // ---------------------------------------------------------------------------
 // Inverse drivers
 // ---------------------------------------------------------------------------
+
+// Row kernel of the inverse conversions: the block form over width & ~(Cover-1)
+// pixels (wide groups of 16, then groups of 8, then its scalar twin), the tail
+// form over the rest, as BlockThenTail.
+template <int Cover, class BlockForm, class TailForm, class Src, class Dst, Alpha A = Alpha::Keep>
+struct InverseRow {
+  static void row(const SrcPlanes& s, const DstPlanes& d, int width, const RowCtx& c) {
+    const int blockEnd = std::is_same_v<TailForm, NoBlock> ? width : width & ~(Cover - 1);
+    int x = 0;
+#if LUM_SIMD_SSE
+    if (wide::enabled()) x = wide::inverse<BlockForm, Src, Dst, A>(s, d, blockEnd, c.aval);
+#endif
+    runBlocks<BlockForm, Src, Dst, A>(s, d, x, blockEnd, c);
+    if constexpr (!std::is_same_v<TailForm, NoBlock>) runPixels<TailForm, Src, Dst, A>(s, d, blockEnd, width, c);
+  }
+  static void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, const RowCtx& c = {}) {
+    for (int y = 0; y < roi.height; ++y) row(s.row(y), d.row(y), roi.width, c);
+  }
+};
 
 // 4:2:0 planes to a packed image: each luma row with the chroma row of its cell,
 // over the even part of the region (width >> 1 by height >> 1 cells). Kernel is
@@ -245,6 +292,7 @@ struct ForwardCells {
     const int blockEnd = Ladder::end(width), cellEnd = width & ~1;
     int x = 0;
 #if LUM_SIMD_SSE
+    if (wide::enabled()) x = wide::cells<Block, Src, Sink>(s0, s1, y0, y1, c, blockEnd);
     if (useVector()) {
       // 16 pixels of each row: 8 cells.
       for (; x + 16 <= blockEnd; x += 16) {
@@ -253,12 +301,12 @@ struct ForwardCells {
         Src::load(s0, x + 8, a1);
         Src::load(s1, x, b0);
         Src::load(s1, x + 8, b1);
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(y0 + x), _mm_packus_epi16(Block::y(a0.v), Block::y(a1.v)));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(y1 + x), _mm_packus_epi16(Block::y(b0.v), Block::y(b1.v)));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(y0 + x), _mm_packus_epi16(Block::template vy<form::Sse>(a0.v), Block::template vy<form::Sse>(a1.v)));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(y1 + x), _mm_packus_epi16(Block::template vy<form::Sse>(b0.v), Block::template vy<form::Sse>(b1.v)));
         __m128i s[3], cc[2];
         for (int k = 0; k < 3; ++k)
           s[k] = _mm_hadd_epi16(_mm_add_epi16(a0.v[k], b0.v[k]), _mm_add_epi16(a1.v[k], b1.v[k]));
-        Block::chroma(s, cc);
+        Block::template vchroma<form::Sse>(s, cc);
         Sink::store8(c, x >> 1, cc);
       }
     }
@@ -305,6 +353,7 @@ struct ForwardPairs {
     const int blockEnd = Ladder::end(width), pairEnd = width & ~1;
     int x = 0;
 #if LUM_SIMD_SSE
+    if (wide::enabled()) x = wide::pairs<Block, Src, Al>(s, d, blockEnd);
     if (useVector()) {
       // 16 pixels: 8 pairs, 32 bytes out.
       for (; x + 16 <= blockEnd; x += 16) {
@@ -313,8 +362,8 @@ struct ForwardPairs {
         Src::load(s, x + 8, b);
         __m128i sum[3], cc[2];
         for (int k = 0; k < 3; ++k) sum[k] = _mm_hadd_epi16(a.v[k], b.v[k]);
-        Block::chroma(sum, cc);
-        const __m128i y = _mm_packus_epi16(Block::y(a.v), Block::y(b.v));
+        Block::template vchroma<form::Sse>(sum, cc);
+        const __m128i y = _mm_packus_epi16(Block::template vy<form::Sse>(a.v), Block::template vy<form::Sse>(b.v));
         const __m128i c = _mm_unpacklo_epi8(_mm_packus_epi16(cc[0], cc[0]), _mm_packus_epi16(cc[1], cc[1]));
         store16<Al>(d + 2 * x, _mm_unpacklo_epi8(c, y));
         store16<Al>(d + 2 * x + 16, _mm_unpackhi_epi8(c, y));

@@ -24,10 +24,35 @@ using namespace fx;
 
 // Holds a value inside 1..254: the forward 709HDTV codes never reach 0 or 255.
 constexpr int lim(int x) { return x < 1 ? 1 : (x > 254 ? 254 : x); }
+
 #if LUM_SIMD_SSE
-// lim of 16-bit lanes. lim(clamp8(x)) == lim(x), so the vector forms fold the two.
-inline V lim(V a) { return _mm_min_epi16(_mm_max_epi16(a, set16(1)), set16(254)); }
+// The lane operations of the vector forms, on eight 16-bit lanes. The forms'
+// vector code is written once over such a set (O); the wide blocks supply the
+// same operations on sixteen lanes, so both compute the lanes of the scalar rule.
+struct Sse {
+  using V = __m128i;
+  static V set(int v) { return _mm_set1_epi16(int16_t(v)); }
+  static V mulhi16u(V a, V b) { return _mm_mulhi_epu16(a, b); }
+  static V mulhi16s(V a, V b) { return _mm_mulhi_epi16(a, b); }
+  static V adds16s(V a, V b) { return _mm_adds_epi16(a, b); }
+  static V subs16s(V a, V b) { return _mm_subs_epi16(a, b); }
+  static V addus16u(V a, V b) { return _mm_adds_epu16(a, b); }
+  static V add16(V a, V b) { return _mm_add_epi16(a, b); }
+  static V sub16(V a, V b) { return _mm_sub_epi16(a, b); }
+  static V sll(V a, int n) { return _mm_slli_epi16(a, n); }
+  static V srl(V a, int n) { return _mm_srli_epi16(a, n); }
+  static V sra(V a, int n) { return _mm_srai_epi16(a, n); }
+  static V min16(V a, V b) { return _mm_min_epi16(a, b); }
+  static V max16(V a, V b) { return _mm_max_epi16(a, b); }
+};
 #endif
+
+// clamp8 and lim of lanes in any lane set. lim(clamp8(x)) == lim(x), so the
+// vector forms fold the two.
+template <class O>
+inline typename O::V vclamp8(typename O::V a) { return O::min16(O::max16(a, O::set(0)), O::set(255)); }
+template <class O>
+inline typename O::V vlim(typename O::V a) { return O::min16(O::max16(a, O::set(1)), O::set(254)); }
 
 // ---------------------------------------------------------------------------
 // Forward block forms
@@ -42,15 +67,15 @@ struct LumaHiU {
     const int v = clamp8(s >> 7);
     return Lim ? lim(v) : v;
   }
-#if LUM_SIMD_SSE
-  static V y(V r, V g, V b) {
-    const V s = addus16u(addus16u(addus16u(mulhi16u(sll16<8>(r), set16(KR)), mulhi16u(sll16<8>(g), set16(KG))),
-                                  mulhi16u(sll16<8>(b), set16(KB))),
-                         set16(Add));
-    const V v = srl16<7>(s);  // 0..511
-    return Lim ? lim(v) : clamp8(v);
+  template <class O, class V = typename O::V>
+  static V vy(V r, V g, V b) {
+    const V s = O::addus16u(O::addus16u(O::addus16u(O::mulhi16u(O::sll(r, 8), O::set(KR)),
+                                                    O::mulhi16u(O::sll(g, 8), O::set(KG))),
+                                        O::mulhi16u(O::sll(b, 8), O::set(KB))),
+                            O::set(Add));
+    const V v = O::srl(s, 7);  // 0..511
+    return Lim ? vlim<O>(v) : vclamp8<O>(v);
   }
-#endif
 };
 
 // One chroma sample from sums shifted left by K: the unsigned product of the
@@ -64,14 +89,13 @@ struct ChromaHiU {
     const int v = clamp8(adds16s(d, Add) >> Shift);
     return Lim ? lim(v) : v;
   }
-#if LUM_SIMD_SSE
-  static V c(V sMain, V s1, V s2) {
-    const V d = sub16(mulhi16u(sll16<K>(sMain), set16(Main)),
-                      addus16u(mulhi16u(sll16<K>(s1), set16(O1)), mulhi16u(sll16<K>(s2), set16(O2))));
-    const V v = _mm_srai_epi16(adds16s(d, set16(Add)), Shift);
-    return Lim ? lim(v) : clamp8(v);
+  template <class O, class V = typename O::V>
+  static V vc(V sMain, V s1, V s2) {
+    const V d = O::sub16(O::mulhi16u(O::sll(sMain, K), O::set(Main)),
+                         O::addus16u(O::mulhi16u(O::sll(s1, K), O::set(O1)), O::mulhi16u(O::sll(s2, K), O::set(O2))));
+    const V v = O::sra(O::adds16s(d, O::set(Add)), Shift);
+    return Lim ? vlim<O>(v) : vclamp8<O>(v);
   }
-#endif
 };
 
 // One chroma sample from signed products of sums << 6 with the negative
@@ -82,14 +106,14 @@ struct ChromaHiS {
     const int d = s16(mulhi16s(sMain << 6, Main) + mulhi16s(s1 << 6, N1) + mulhi16s(s2 << 6, N2) + 8224);
     return lim(clamp8(d >> 6));
   }
-#if LUM_SIMD_SSE
-  static V c(V sMain, V s1, V s2) {
-    const V d = add16(add16(add16(mulhi16s(sll16<6>(sMain), set16(Main)), mulhi16s(sll16<6>(s1), set16(N1))),
-                            mulhi16s(sll16<6>(s2), set16(N2))),
-                      set16(8224));
-    return lim(sra16<6>(d));
+  template <class O, class V = typename O::V>
+  static V vc(V sMain, V s1, V s2) {
+    const V d = O::add16(O::add16(O::add16(O::mulhi16s(O::sll(sMain, 6), O::set(Main)),
+                                           O::mulhi16s(O::sll(s1, 6), O::set(N1))),
+                                  O::mulhi16s(O::sll(s2, 6), O::set(N2))),
+                         O::set(8224));
+    return vlim<O>(O::sra(d, 6));
   }
-#endif
 };
 
 // A forward block set: luma form, Cb from (sB; sR, sG), Cr from (sR; sG, sB).
@@ -101,13 +125,15 @@ struct FwdBlock {
     c[0] = Cb::c(s[2], s[0], s[1]);
     c[1] = Cr::c(s[0], s[1], s[2]);
   }
-#if LUM_SIMD_SSE
-  static V y(const V* rgb) { return Luma::y(rgb[0], rgb[1], rgb[2]); }
-  static void chroma(const V* s, V* c) {
-    c[0] = Cb::c(s[2], s[0], s[1]);
-    c[1] = Cr::c(s[0], s[1], s[2]);
+  template <class O, class V = typename O::V>
+  static V vy(const V* rgb) {
+    return Luma::template vy<O>(rgb[0], rgb[1], rgb[2]);
   }
-#endif
+  template <class O, class V = typename O::V>
+  static void vchroma(const V* s, V* c) {
+    c[0] = Cb::template vc<O>(s[2], s[0], s[1]);
+    c[1] = Cr::template vc<O>(s[0], s[1], s[2]);
+  }
 };
 
 // FY7: studio-range luma, 0.183 R + 0.614 G + 0.062 B; 2112 is 16.5 at scale 128.
@@ -192,17 +218,23 @@ struct Inv709 {
     out[1] = fin(g);
     out[2] = fin(adds16s(y, mulhi16s(u, UB)));
   }
-#if LUM_SIMD_SSE
-  static V fin(V x) { return clamp8(sra16<4>(adds16s(x, set16(8)))); }
-  static void block(const __m128i* in, __m128i* out) {
-    const V y = Studio ? mulhi16s(sll16<7>(sub16(in[0], set16(16))), set16(9535)) : sll16<4>(in[0]);
-    const V u = sll16<7>(sub16(in[1], set16(128))), v = sll16<7>(sub16(in[2], set16(128)));
-    const V g = PositiveG ? subs16s(subs16s(y, mulhi16s(v, set16(VG))), mulhi16s(u, set16(UG)))
-                          : adds16s(adds16s(y, mulhi16s(v, set16(-VG))), mulhi16s(u, set16(-UG)));
-    out[0] = fin(adds16s(y, mulhi16s(v, set16(VR))));
-    out[1] = fin(g);
-    out[2] = fin(adds16s(y, mulhi16s(u, set16(UB))));
+  template <class O, class V = typename O::V>
+  static V vfin(V x) {
+    return vclamp8<O>(O::sra(O::adds16s(x, O::set(8)), 4));
   }
+  template <class O, class V = typename O::V>
+  static void vblock(const V* in, V* out) {
+    const V y = Studio ? O::mulhi16s(O::sll(O::sub16(in[0], O::set(16)), 7), O::set(9535)) : O::sll(in[0], 4);
+    const V u = O::sll(O::sub16(in[1], O::set(128)), 7), v = O::sll(O::sub16(in[2], O::set(128)), 7);
+    const V g = PositiveG ? O::subs16s(O::subs16s(y, O::mulhi16s(v, O::set(VG))), O::mulhi16s(u, O::set(UG)))
+                          : O::adds16s(O::adds16s(y, O::mulhi16s(v, O::set(-VG))), O::mulhi16s(u, O::set(-UG)));
+    out[0] = vfin<O>(O::adds16s(y, O::mulhi16s(v, O::set(VR))));
+    out[1] = vfin<O>(g);
+    out[2] = vfin<O>(O::adds16s(y, O::mulhi16s(u, O::set(UB))));
+  }
+#if LUM_SIMD_SSE
+  // Eight lanes, for the generic row kernels.
+  static void block(const __m128i* in, __m128i* out) { vblock<Sse>(in, out); }
 #endif
 };
 // I7: 1.164, 1.793, 0.533, 0.213, 2.115.
