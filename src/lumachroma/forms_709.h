@@ -47,10 +47,13 @@ struct Sse {
 };
 #endif
 
-// clamp8 and lim of lanes in any lane set. lim(clamp8(x)) == lim(x), so the
-// vector forms fold the two.
+// clamp8 of vector lanes is done by the store: every vector store narrows its
+// 16-bit lanes to bytes with signed-to-unsigned saturation (packus), which is
+// clamp8. The vector forms hand their last lanes to it unclamped; the bytes in
+// memory are those of the scalar rule.
 template <class O>
-inline typename O::V vclamp8(typename O::V a) { return O::min16(O::max16(a, O::set(0)), O::set(255)); }
+inline typename O::V clampedByStore(typename O::V a) { return a; }
+// lim of lanes in any lane set. lim(clamp8(x)) == lim(x), so the vector forms fold the two.
 template <class O>
 inline typename O::V vlim(typename O::V a) { return O::min16(O::max16(a, O::set(1)), O::set(254)); }
 
@@ -74,7 +77,7 @@ struct LumaHiU {
                                         O::mulhi16u(O::sll(b, 8), O::set(KB))),
                             O::set(Add));
     const V v = O::srl(s, 7);  // 0..511
-    return Lim ? vlim<O>(v) : vclamp8<O>(v);
+    return Lim ? vlim<O>(v) : clampedByStore<O>(v);
   }
 };
 
@@ -94,7 +97,7 @@ struct ChromaHiU {
     const V d = O::sub16(O::mulhi16u(O::sll(sMain, K), O::set(Main)),
                          O::addus16u(O::mulhi16u(O::sll(s1, K), O::set(O1)), O::mulhi16u(O::sll(s2, K), O::set(O2))));
     const V v = O::sra(O::adds16s(d, O::set(Add)), Shift);
-    return Lim ? vlim<O>(v) : vclamp8<O>(v);
+    return Lim ? vlim<O>(v) : clampedByStore<O>(v);
   }
 };
 
@@ -220,7 +223,7 @@ struct Inv709 {
   }
   template <class O, class V = typename O::V>
   static V vfin(V x) {
-    return vclamp8<O>(O::sra(O::adds16s(x, O::set(8)), 4));
+    return clampedByStore<O>(O::sra(O::adds16s(x, O::set(8)), 4));
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
