@@ -101,16 +101,17 @@ template <bool Al>
 struct LoadBGRA {
   static void at(const SrcPlanes& s, int x, V out[3]) {
     const uint8_t* p = s.p[0] + 4 * x;
-    // Per 128-bit half: the four pixels' B, G, R, A bytes grouped.
-    const V m = _mm256_broadcastsi128_si256(_mm_setr_epi8(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15));
-    const V order = _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7);
-    // Pixels 0..7: B0-7 G0-7 | R0-7 A0-7; pixels 8..15 the same.
-    const V a = _mm256_permutevar8x32_epi32(_mm256_shuffle_epi8(join(load16<Al>(p), load16<Al>(p + 16)), m), order);
-    const V b =
-        _mm256_permutevar8x32_epi32(_mm256_shuffle_epi8(join(load16<Al>(p + 32), load16<Al>(p + 48)), m), order);
-    out[2] = _mm256_cvtepu8_epi16(_mm_unpacklo_epi64(lo(a), lo(b)));
-    out[1] = _mm256_cvtepu8_epi16(_mm_unpackhi_epi64(lo(a), lo(b)));
-    out[0] = _mm256_cvtepu8_epi16(_mm_unpacklo_epi64(hi(a), hi(b)));
+    // Per 128-bit half of four pixels: B and G as 16-bit lanes, then R.
+    const V bg = mask(0, Z, 4, Z, 8, Z, 12, Z, 1, Z, 5, Z, 9, Z, 13, Z);
+    const V r = mask(2, Z, 6, Z, 10, Z, 14, Z, Z, Z, Z, Z, Z, Z, Z, Z);
+    const V a = join(load16<Al>(p), load16<Al>(p + 16));       // pixels 0-3 | 4-7
+    const V b = join(load16<Al>(p + 32), load16<Al>(p + 48));  // pixels 8-11 | 12-15
+    const V abg = _mm256_shuffle_epi8(a, bg), bbg = _mm256_shuffle_epi8(b, bg);
+    // 64-bit groups 0-3, 8-11 | 4-7, 12-15, put in order.
+    out[2] = _mm256_permute4x64_epi64(_mm256_unpacklo_epi64(abg, bbg), 0xD8);
+    out[1] = _mm256_permute4x64_epi64(_mm256_unpackhi_epi64(abg, bbg), 0xD8);
+    out[0] = _mm256_permute4x64_epi64(
+        _mm256_unpacklo_epi64(_mm256_shuffle_epi8(a, r), _mm256_shuffle_epi8(b, r)), 0xD8);
   }
 };
 template <>
@@ -160,14 +161,15 @@ struct Store<layout::BGR, Alpha::Keep> {
 template <>
 struct Store<layout::BGRA, Alpha::Aval> {
   static void at(const DstPlanes& d, int x, const V in[3], int aval) {
-    const V bg = _mm256_packus_epi16(in[2], in[1]);                 // B0-7 G0-7 | B8-15 G8-15
+    const V bg = _mm256_packus_epi16(in[2], in[1]);  // B0-7 G0-7 | B8-15 G8-15
     const V ra = _mm256_packus_epi16(in[0], _mm256_set1_epi16(int16_t(aval)));
-    const V t0 = _mm256_unpacklo_epi8(bg, _mm256_srli_si256(bg, 8));  // B G pairs
-    const V t1 = _mm256_unpacklo_epi8(ra, _mm256_srli_si256(ra, 8));  // R A pairs
-    const V p03 = _mm256_unpacklo_epi16(t0, t1), p47 = _mm256_unpackhi_epi16(t0, t1);
-    uint8_t* p = d.p[0] + 4 * x;
-    _mm256_storeu_si256(reinterpret_cast<V*>(p), _mm256_permute2x128_si256(p03, p47, 0x20));
-    _mm256_storeu_si256(reinterpret_cast<V*>(p + 32), _mm256_permute2x128_si256(p03, p47, 0x31));
+    const V br = _mm256_unpacklo_epi8(bg, ra), ga = _mm256_unpackhi_epi8(bg, ra);  // B R, G A pairs
+    const V q0 = _mm256_unpacklo_epi8(br, ga), q1 = _mm256_unpackhi_epi8(br, ga);  // pixels 0-3 | 8-11, 4-7 | 12-15
+    H* p = reinterpret_cast<H*>(d.p[0] + 4 * x);
+    _mm_storeu_si128(p, lo(q0));
+    _mm_storeu_si128(p + 1, lo(q1));
+    _mm_storeu_si128(p + 2, hi(q0));
+    _mm_storeu_si128(p + 3, hi(q1));
   }
 };
 
@@ -204,6 +206,22 @@ int inverse(const SrcPlanes& s, const DstPlanes& d, int n, int aval) {
     Load<Src>::at(s, x, in);
     Form::template vblock<W>(in, out);
     Store<Dst, A>::at(d, x, out, aval);
+  }
+  return x;
+}
+
+template <class Form, class Dst, Alpha A>
+int inverseCells(const SrcPlanes& s0, const SrcPlanes& s1, const DstPlanes& d0, const DstPlanes& d1, int n,
+                 int aval) {
+  int x = 0;
+  for (; x + 16 <= n; x += 16) {
+    V t[4], out[3];
+    Form::template vterms<W>(Load<HalfChromaP3>::twice(s0.p[1] + (x >> 1)),
+                             Load<HalfChromaP3>::twice(s0.p[2] + (x >> 1)), t);
+    Form::template vfinish<W>(_mm256_cvtepu8_epi16(loadu(s0.p[0] + x)), t, out);
+    Store<Dst, A>::at(d0, x, out, aval);
+    Form::template vfinish<W>(_mm256_cvtepu8_epi16(loadu(s1.p[0] + x)), t, out);
+    Store<Dst, A>::at(d1, x, out, aval);
   }
   return x;
 }
@@ -256,8 +274,10 @@ using namespace lum::form;
 namespace L = lum::layout;
 template int inverse<I7Neg, L::P3, L::BGR, Alpha::Keep>(const SrcPlanes&, const DstPlanes&, int, int);
 template int inverse<I7Pos, L::P3, L::BGRA, Alpha::Aval>(const SrcPlanes&, const DstPlanes&, int, int);
-template int inverse<I7Neg, HalfChromaP3, L::BGR, Alpha::Keep>(const SrcPlanes&, const DstPlanes&, int, int);
-template int inverse<IHPos, HalfChromaP3, L::BGRA, Alpha::Aval>(const SrcPlanes&, const DstPlanes&, int, int);
+template int inverseCells<I7Neg, L::BGR, Alpha::Keep>(const SrcPlanes&, const SrcPlanes&, const DstPlanes&,
+                                                     const DstPlanes&, int, int);
+template int inverseCells<IHPos, L::BGRA, Alpha::Aval>(const SrcPlanes&, const SrcPlanes&, const DstPlanes&,
+                                                      const DstPlanes&, int, int);
 template int inverse<IHNeg, CbYCrC2<false>, L::BGR, Alpha::Keep>(const SrcPlanes&, const DstPlanes&, int, int);
 template int inverse<IHNeg, CbYCrC2<false>, L::BGRA, Alpha::Aval>(const SrcPlanes&, const DstPlanes&, int, int);
 template int inverse<IHNeg, CbYCrC2<true>, L::BGRA, Alpha::Aval>(const SrcPlanes&, const DstPlanes&, int, int);

@@ -56,6 +56,12 @@ void setEnabled(bool on) noexcept;
 // pixels done. Alpha A of a four-byte destination is aval.
 template <class Form, class Src, class Dst, Alpha A>
 int inverse(const SrcPlanes& s, const DstPlanes& d, int n, int aval);
+// Inverse block Form over pixels [0, n) of a row pair of 4:2:0 planes (s0, s1
+// share their chroma rows), groups of 16 of each row: the chroma products are
+// made once for the two rows. Returns the pixels done in each row.
+template <class Form, class Dst, Alpha A>
+int inverseCells(const SrcPlanes& s0, const SrcPlanes& s1, const DstPlanes& d0, const DstPlanes& d1, int n,
+                 int aval);
 // Forward cells of a row pair over pixels [0, n), groups of 32; returns the pixels done.
 template <class Block, class Src, class Sink>
 int cells(const SrcPlanes& s0, const SrcPlanes& s1, uint8_t* y0, uint8_t* y1, const DstPlanes& c, int n);
@@ -147,33 +153,52 @@ struct BGRAAligned : layout::BGRA {
 // form over the rest, as BlockThenTail.
 template <int Cover, class BlockForm, class TailForm, class Src, class Dst, Alpha A = Alpha::Keep>
 struct InverseRow {
+  using Block = BlockForm;
+  using DstLayout = Dst;
+  static constexpr Alpha kAlpha = A;
+  static int blockEnd(int width) { return std::is_same_v<TailForm, NoBlock> ? width : width & ~(Cover - 1); }
+  // The row from pixel x on (x a multiple of 8 inside the block part).
+  static void rest(const SrcPlanes& s, const DstPlanes& d, int x, int width, const RowCtx& c) {
+    const int end = blockEnd(width);
+    runBlocks<BlockForm, Src, Dst, A>(s, d, x, end, c);
+    if constexpr (!std::is_same_v<TailForm, NoBlock>) runPixels<TailForm, Src, Dst, A>(s, d, end, width, c);
+  }
   static void row(const SrcPlanes& s, const DstPlanes& d, int width, const RowCtx& c) {
-    const int blockEnd = std::is_same_v<TailForm, NoBlock> ? width : width & ~(Cover - 1);
     int x = 0;
 #if LUM_SIMD_SSE
-    if (wide::enabled()) x = wide::inverse<BlockForm, Src, Dst, A>(s, d, blockEnd, c.aval);
+    if (wide::enabled()) x = wide::inverse<BlockForm, Src, Dst, A>(s, d, blockEnd(width), c.aval);
 #endif
-    runBlocks<BlockForm, Src, Dst, A>(s, d, x, blockEnd, c);
-    if constexpr (!std::is_same_v<TailForm, NoBlock>) runPixels<TailForm, Src, Dst, A>(s, d, blockEnd, width, c);
+    rest(s, d, x, width, c);
   }
   static void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, const RowCtx& c = {}) {
     for (int y = 0; y < roi.height; ++y) row(s.row(y), d.row(y), roi.width, c);
   }
 };
 
-// 4:2:0 planes to a packed image: each luma row with the chroma row of its cell,
-// over the even part of the region (width >> 1 by height >> 1 cells). Kernel is
-// a BlockThenTail over HalfChromaP3.
+// 4:2:0 planes to a packed image, two rows at once: each luma row with the
+// chroma row of its cell, over the even part of the region (width >> 1 by
+// height >> 1 cells). Kernel is an InverseRow over HalfChromaP3.
 template <class Kernel>
 inline void cells420ToPacked(LumSize roi, const uint8_t* const src[3], const int srcStep[3], uint8_t* dst, int dstStep,
                              const RowCtx& c) {
   const int w = roi.width & ~1, h = roi.height & ~1;
-  for (int y = 0; y < h; ++y) {
-    SrcPlanes s;
-    s.p[0] = rowAt(src[0], y, srcStep[0]);
-    s.p[1] = rowAt(src[1], y >> 1, srcStep[1]);
-    s.p[2] = rowAt(src[2], y >> 1, srcStep[2]);
-    Kernel::row(s, packed(rowAt(dst, y, dstStep), dstStep), w, c);
+  for (int y = 0; y < h; y += 2) {
+    SrcPlanes s[2];
+    DstPlanes d[2];
+    for (int r = 0; r < 2; ++r) {
+      s[r].p[0] = rowAt(src[0], y + r, srcStep[0]);
+      s[r].p[1] = rowAt(src[1], y >> 1, srcStep[1]);
+      s[r].p[2] = rowAt(src[2], y >> 1, srcStep[2]);
+      d[r] = packed(rowAt(dst, y + r, dstStep), dstStep);
+    }
+    int x = 0;
+#if LUM_SIMD_SSE
+    if (wide::enabled())
+      x = wide::inverseCells<typename Kernel::Block, typename Kernel::DstLayout, Kernel::kAlpha>(
+          s[0], s[1], d[0], d[1], Kernel::blockEnd(w), c.aval);
+#endif
+    Kernel::rest(s[0], d[0], x, w, c);
+    Kernel::rest(s[1], d[1], x, w, c);
   }
 }
 

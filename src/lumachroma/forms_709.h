@@ -225,15 +225,30 @@ struct Inv709 {
   static V vfin(V x) {
     return clampedByStore<O>(O::sra(O::adds16s(x, O::set(8)), 4));
   }
+  // The chroma products of the form, which the lanes sharing one chroma sample
+  // share: t = {mulhi(v, VR), mulhi(v, -+VG), mulhi(u, -+UG), mulhi(u, UB)}.
+  template <class O, class V = typename O::V>
+  static void vterms(V cb, V cr, V* t) {
+    const V u = O::sll(O::sub16(cb, O::set(128)), 7), v = O::sll(O::sub16(cr, O::set(128)), 7);
+    t[0] = O::mulhi16s(v, O::set(VR));
+    t[1] = O::mulhi16s(v, O::set(PositiveG ? VG : -VG));
+    t[2] = O::mulhi16s(u, O::set(PositiveG ? UG : -UG));
+    t[3] = O::mulhi16s(u, O::set(UB));
+  }
+  // R, G, B of luma Y with the chroma products t, in the order of the scalar rule.
+  template <class O, class V = typename O::V>
+  static void vfinish(V Y, const V* t, V* out) {
+    const V y = Studio ? O::mulhi16s(O::sll(O::sub16(Y, O::set(16)), 7), O::set(9535)) : O::sll(Y, 4);
+    const V g = PositiveG ? O::subs16s(O::subs16s(y, t[1]), t[2]) : O::adds16s(O::adds16s(y, t[1]), t[2]);
+    out[0] = vfin<O>(O::adds16s(y, t[0]));
+    out[1] = vfin<O>(g);
+    out[2] = vfin<O>(O::adds16s(y, t[3]));
+  }
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
-    const V y = Studio ? O::mulhi16s(O::sll(O::sub16(in[0], O::set(16)), 7), O::set(9535)) : O::sll(in[0], 4);
-    const V u = O::sll(O::sub16(in[1], O::set(128)), 7), v = O::sll(O::sub16(in[2], O::set(128)), 7);
-    const V g = PositiveG ? O::subs16s(O::subs16s(y, O::mulhi16s(v, O::set(VG))), O::mulhi16s(u, O::set(UG)))
-                          : O::adds16s(O::adds16s(y, O::mulhi16s(v, O::set(-VG))), O::mulhi16s(u, O::set(-UG)));
-    out[0] = vfin<O>(O::adds16s(y, O::mulhi16s(v, O::set(VR))));
-    out[1] = vfin<O>(g);
-    out[2] = vfin<O>(O::adds16s(y, O::mulhi16s(u, O::set(UB))));
+    V t[4];
+    vterms<O>(in[1], in[2], t);
+    vfinish<O>(in[0], t, out);
   }
 #if LUM_SIMD_SSE
   // Eight lanes, for the generic row kernels.
