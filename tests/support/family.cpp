@@ -102,6 +102,14 @@ std::vector<NullChoice> nullChoices(const FnCase& fc) {
 }
 }  // namespace
 
+LumStatus FnCase::expected(LumSize roi) const { return expectedStatus(*this, roi); }
+
+LumStatus expectedStatus(const FnCase& fc, LumSize roi) {
+  if (fc.statusFor) return fc.statusFor(roi);
+  if (fc.oddSizeWarns && ((roi.width | roi.height) & 1)) return lumStatusOddSize;
+  return fc.okStatus;
+}
+
 void checkRefusals(const FnCase& fc) {
   SCOPED_TRACE(fc.name);
   const LumSize good{std::max(fc.minWidth, 4 * fc.widthStep), std::max(fc.minHeight, 4 * fc.heightStep)};
@@ -148,10 +156,10 @@ void checkVectorMatchesScalar(const FnCase& fc, const std::vector<int>& widths, 
     for (size_t i = 0; i < vec.src.size(); ++i) sca.src[i].setBytes(vec.src[i].bytes());
     vec.fillDestination(0x33);
     sca.fillDestination(0x33);
-    ASSERT_EQ(fc.call(vec.buffers(), roi), fc.expected(roi));
+    ASSERT_EQ(fc.call(vec.buffers(), roi), expectedStatus(fc, roi));
     {
       lum::ScalarScope scalarOnly;
-      ASSERT_EQ(fc.call(sca.buffers(), roi), fc.expected(roi));
+      ASSERT_EQ(fc.call(sca.buffers(), roi), expectedStatus(fc, roi));
     }
     ASSERT_EQ(vec.destinationBytes(), sca.destinationBytes()) << "vector and scalar paths differ";
     ASSERT_TRUE(vec.canariesIntact()) << "write outside the region";
@@ -179,7 +187,7 @@ void checkAlignmentInvariance(const FnCase& fc, const std::vector<int>& widths, 
       std::mt19937 local{uint32_t(w)};
       ci.randomizeSource(local);
       ci.fillDestination(0x11);
-      ASSERT_EQ(fc.call(ci.buffers(), roi), fc.expected(roi));
+      ASSERT_EQ(fc.call(ci.buffers(), roi), expectedStatus(fc, roi));
       auto out = ci.destinationBytes();
       if (ref.empty()) ref = out;
       else ASSERT_EQ(out, ref) << "offset " << off << " changes the output";
@@ -200,8 +208,8 @@ void checkNegativeStep(const FnCase& fc, int width, int height) {
   for (size_t i = 0; i < up.src.size(); ++i) down.src[i].setBytes(up.src[i].bytes());
   up.fillDestination(0);
   down.fillDestination(0);
-  ASSERT_EQ(fc.call(up.buffers(), roi), fc.expected(roi));
-  ASSERT_EQ(fc.call(down.buffers(), roi), fc.expected(roi));
+  ASSERT_EQ(fc.call(up.buffers(), roi), expectedStatus(fc, roi));
+  ASSERT_EQ(fc.call(down.buffers(), roi), expectedStatus(fc, roi));
   for (size_t i = 0; i < up.dst.size(); ++i) {
     auto& a = up.dst[i];
     auto& b = down.dst[i];

@@ -89,10 +89,14 @@ struct FnCase {
   LumStatus okStatus = lumStatusOk;  // status on a good call of a valid size
   // When set, the status of a good call depends on the size (lumStatusOddSize).
   std::function<LumStatus(LumSize)> statusFor;
-  LumStatus expected(LumSize roi) const { return statusFor ? statusFor(roi) : okStatus; }
+  bool oddSizeWarns = false;         // an odd width or height returns lumStatusOddSize instead
   int stepAlign = 1;                 // row steps are multiples of this (sample size, element steps)
   FillFn fillSource;                 // source data when random bytes will not do (floats)
+  LumStatus expected(LumSize roi) const;
 };
+
+// Status of a good call of the function at this size.
+LumStatus expectedStatus(const FnCase& fc, LumSize roi);
 
 // Holds the images of one call, source and destination, in guarded memory.
 struct CallImages {

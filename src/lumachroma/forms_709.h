@@ -1,0 +1,291 @@
+// Arithmetic forms of the BT.709 conversions, in two coefficient sets: 709CSC
+// (studio range, Y offset 16) and 709HDTV (full-scale luma, every forward code
+// held in 1..254). Each form is one recipe: the scalar functions are lane-exact,
+// and the vector overloads compute the same lanes on eight 16-bit lanes.
+//
+// Forward forms come in two parts, because chroma is made from sums over the
+// pixels that share it (a 2-by-2 cell or a 4:2:2 pair) while luma is per pixel:
+//   y(r, g, b)            the luma of one pixel
+//   chroma(s, c)          s = {sR, sG, sB} sums -> c = {Cb, Cr}
+// Inverse forms have the full-resolution shape (pixel(in = Y Cb Cr, out = R G B)
+// and block()), so that they plug into the generic row kernels; the sub-sampled
+// layouts hand them replicated chroma.
+//
+// Block and tail forms of one function may differ by a code value; which form
+// covers a column is part of each function's result, so none may be merged.
+#pragma once
+
+#include "frame/fixed_point.h"
+#include "lumachroma/chop.h"
+
+namespace lum::form {
+
+using namespace fx;
+
+// Holds a value inside 1..254: the forward 709HDTV codes never reach 0 or 255.
+constexpr int lim(int x) { return x < 1 ? 1 : (x > 254 ? 254 : x); }
+
+#if LUM_SIMD_SSE
+// The lane operations of the vector forms, on eight 16-bit lanes. The forms'
+// vector code is written once over such a set (O); the wide blocks supply the
+// same operations on sixteen lanes, so both compute the lanes of the scalar rule.
+struct Sse {
+  using V = __m128i;
+  static V set(int v) { return _mm_set1_epi16(int16_t(v)); }
+  static V mulhi16u(V a, V b) { return _mm_mulhi_epu16(a, b); }
+  static V mulhi16s(V a, V b) { return _mm_mulhi_epi16(a, b); }
+  static V adds16s(V a, V b) { return _mm_adds_epi16(a, b); }
+  static V subs16s(V a, V b) { return _mm_subs_epi16(a, b); }
+  static V addus16u(V a, V b) { return _mm_adds_epu16(a, b); }
+  static V add16(V a, V b) { return _mm_add_epi16(a, b); }
+  static V sub16(V a, V b) { return _mm_sub_epi16(a, b); }
+  static V sll(V a, int n) { return _mm_slli_epi16(a, n); }
+  static V srl(V a, int n) { return _mm_srli_epi16(a, n); }
+  static V sra(V a, int n) { return _mm_srai_epi16(a, n); }
+  static V min16(V a, V b) { return _mm_min_epi16(a, b); }
+  static V max16(V a, V b) { return _mm_max_epi16(a, b); }
+};
+#endif
+
+// clamp8 of vector lanes is done by the store: every vector store narrows its
+// 16-bit lanes to bytes with signed-to-unsigned saturation (packus), which is
+// clamp8. The vector forms hand their last lanes to it unclamped; the bytes in
+// memory are those of the scalar rule.
+template <class O>
+inline typename O::V clampedByStore(typename O::V a) { return a; }
+// lim of lanes in any lane set. lim(clamp8(x)) == lim(x), so the vector forms fold the two.
+template <class O>
+inline typename O::V vlim(typename O::V a) { return O::min16(O::max16(a, O::set(1)), O::set(254)); }
+
+// ---------------------------------------------------------------------------
+// Forward block forms
+// ---------------------------------------------------------------------------
+
+// Luma from unsigned high products of the samples in the high byte, saturating
+// sums, a rounding add at scale 128, >> 7 and clamp8 (then lim for 709HDTV).
+template <int KR, int KG, int KB, int Add, bool Lim>
+struct LumaHiU {
+  static int y(int r, int g, int b) {
+    const int s = addus16u(addus16u(addus16u(mulhi16u(r << 8, KR), mulhi16u(g << 8, KG)), mulhi16u(b << 8, KB)), Add);
+    const int v = clamp8(s >> 7);
+    return Lim ? lim(v) : v;
+  }
+  template <class O, class V = typename O::V>
+  static V vy(V r, V g, V b) {
+    const V s = O::addus16u(O::addus16u(O::addus16u(O::mulhi16u(O::sll(r, 8), O::set(KR)),
+                                                    O::mulhi16u(O::sll(g, 8), O::set(KG))),
+                                        O::mulhi16u(O::sll(b, 8), O::set(KB))),
+                            O::set(Add));
+    const V v = O::srl(s, 7);  // 0..511
+    return Lim ? vlim<O>(v) : clampedByStore<O>(v);
+  }
+};
+
+// One chroma sample from sums shifted left by K: the unsigned product of the
+// main channel minus the saturated sum of the other two. The subtraction wraps
+// in a 16-bit lane that is then read as signed; a saturating add of Add, an
+// arithmetic shift and clamp8 (then lim) finish it.
+template <int K, int Main, int O1, int O2, int Add, int Shift, bool Lim>
+struct ChromaHiU {
+  static int c(int sMain, int s1, int s2) {
+    const int d = s16(mulhi16u(sMain << K, Main) - addus16u(mulhi16u(s1 << K, O1), mulhi16u(s2 << K, O2)));
+    const int v = clamp8(adds16s(d, Add) >> Shift);
+    return Lim ? lim(v) : v;
+  }
+  template <class O, class V = typename O::V>
+  static V vc(V sMain, V s1, V s2) {
+    const V d = O::sub16(O::mulhi16u(O::sll(sMain, K), O::set(Main)),
+                         O::addus16u(O::mulhi16u(O::sll(s1, K), O::set(O1)), O::mulhi16u(O::sll(s2, K), O::set(O2))));
+    const V v = O::sra(O::adds16s(d, O::set(Add)), Shift);
+    return Lim ? vlim<O>(v) : clampedByStore<O>(v);
+  }
+};
+
+// One chroma sample from signed products of sums << 6 with the negative
+// constants N1, N2, in plain (wrapping) 16-bit sums, + 8224, >> 6, lim(clamp8).
+template <int Main, int N1, int N2>
+struct ChromaHiS {
+  static int c(int sMain, int s1, int s2) {
+    const int d = s16(mulhi16s(sMain << 6, Main) + mulhi16s(s1 << 6, N1) + mulhi16s(s2 << 6, N2) + 8224);
+    return lim(clamp8(d >> 6));
+  }
+  template <class O, class V = typename O::V>
+  static V vc(V sMain, V s1, V s2) {
+    const V d = O::add16(O::add16(O::add16(O::mulhi16s(O::sll(sMain, 6), O::set(Main)),
+                                           O::mulhi16s(O::sll(s1, 6), O::set(N1))),
+                                  O::mulhi16s(O::sll(s2, 6), O::set(N2))),
+                         O::set(8224));
+    return vlim<O>(O::sra(d, 6));
+  }
+};
+
+// A forward block set: luma form, Cb from (sB; sR, sG), Cr from (sR; sG, sB).
+template <class Luma, class Cb, class Cr>
+struct FwdBlock {
+  static int y(int r, int g, int b) { return Luma::y(r, g, b); }
+  // s = {sR, sG, sB} -> c = {Cb, Cr}
+  static void chroma(const int* s, int* c) {
+    c[0] = Cb::c(s[2], s[0], s[1]);
+    c[1] = Cr::c(s[0], s[1], s[2]);
+  }
+  template <class O, class V = typename O::V>
+  static V vy(const V* rgb) {
+    return Luma::template vy<O>(rgb[0], rgb[1], rgb[2]);
+  }
+  template <class O, class V = typename O::V>
+  static void vchroma(const V* s, V* c) {
+    c[0] = Cb::template vc<O>(s[2], s[0], s[1]);
+    c[1] = Cr::template vc<O>(s[0], s[1], s[2]);
+  }
+};
+
+// FY7: studio-range luma, 0.183 R + 0.614 G + 0.062 B; 2112 is 16.5 at scale 128.
+using FY7 = LumaHiU<5997, 20120, 2032, 2112, false>;
+// FC7 on 2-by-2 cell sums (<< 5); 16400 is 128.125 at scale 128.
+using FC7Cb = ChromaHiU<5, 28770, 6619, 22151, 16400, 7, false>;
+using FC7Cr = ChromaHiU<5, 28770, 26149, 2621, 16400, 7, false>;
+// FYH: full-scale luma, 0.213 R + 0.715 G + 0.072 B, held in 1..254.
+using FYH = LumaHiU<6980, 23429, 2359, 64, true>;
+// FCH on sums << K (5 on a cell, 6 on a pair); 8224 is 128.5 at scale 64.
+template <int K>
+using FCHCb = ChromaHiU<K, 16744, 3834, 12911, 8224, 6, true>;
+template <int K>
+using FCHCr = ChromaHiU<K, 16744, 15204, 1540, 8224, 6, true>;
+// FCS: the signed-product variant on pair sums of one function (BGRA to CbYCr422).
+using FCSCb = ChromaHiS<16744, -3834, -12911>;
+using FCSCr = ChromaHiS<16744, -15204, -1540>;
+
+// The block sets the functions name.
+using Blk7Cell = FwdBlock<FY7, FC7Cb, FC7Cr>;              // FY7 + FC7
+using BlkHCell = FwdBlock<FYH, FCHCb<5>, FCHCr<5>>;        // FYH + FCH, k = 5
+using BlkHPair = FwdBlock<FYH, FCHCb<6>, FCHCr<6>>;        // FYH + FCH, k = 6
+using BlkHPairSigned = FwdBlock<FYH, FCSCb, FCSCr>;        // FYH + FCS
+
+// ---------------------------------------------------------------------------
+// Forward tail forms: 32-bit sums, one rounding
+// ---------------------------------------------------------------------------
+
+// T7 on a cell: stored as the low byte (in range for 8-bit input).
+struct T7Cell {
+  static int y(int r, int g, int b) { return ((11993 * r + 40239 * g + 4063 * b + 0x108000) >> 16) & 255; }
+  static void chroma(const int* s, int* c) {
+    c[0] = ((28770 * s[2] - 22151 * s[1] - 6619 * s[0] + 0x2008000) >> 18) & 255;
+    c[1] = ((28770 * s[0] - 26149 * s[1] - 2621 * s[2] + 0x2008000) >> 18) & 255;
+  }
+};
+
+// TYH: full-scale luma of one pixel, held in 1..254.
+inline int tyh(int r, int g, int b) { return lim((13959 * r + 46858 * g + 4719 * b + 32768) >> 16); }
+
+// TYH + TC2H on a pair. The Cb and Cr offsets differ by 2 on purpose.
+struct THPair {
+  static int y(int r, int g, int b) { return tyh(r, g, b); }
+  static void chroma(const int* s, int* c) {
+    c[0] = lim((33489 * s[2] - 7668 * s[0] - 25821 * s[1] + 0x1010000) >> 17);
+    c[1] = lim((33489 * s[0] - 30409 * s[1] - 3080 * s[2] + 0x100FFFE) >> 17);
+  }
+};
+
+// TYH + TC4H on a cell.
+struct THCell {
+  static int y(int r, int g, int b) { return tyh(r, g, b); }
+  static void chroma(const int* s, int* c) {
+    c[0] = lim((33489 * s[2] - 7668 * s[0] - 25821 * s[1] + 0x2008000) >> 18);
+    c[1] = lim((33489 * s[0] - 30409 * s[1] - 3080 * s[2] + 0x2008000) >> 18);
+  }
+};
+
+// The lone last pixel of an odd 4:2:2 row: its Cb from the pixel alone.
+inline int loneCbH(int r, int g, int b) { return lim((33489 * b - 7668 * r - 25821 * g + 0x808000) >> 16); }
+
+// ---------------------------------------------------------------------------
+// Inverse block forms: I7 (studio range) and IH (full-scale luma)
+// ---------------------------------------------------------------------------
+
+// With u = (Cb-128)<<7, v = (Cr-128)<<7 and the form's luma term y:
+//   R = adds16s(y, mulhi16s(v, VR)),  B = adds16s(y, mulhi16s(u, UB)),
+//   G negative form: adds16s(adds16s(y, mulhi16s(v, -VG)), mulhi16s(u, -UG))
+//   G positive form: subs16s(subs16s(y, mulhi16s(v, VG)), mulhi16s(u, UG))
+// and each channel clamp8(adds16s(x, 8) >> 4). The two green forms round
+// differently (mulhi16s floors), so each function names its own.
+template <bool Studio, int VR, int UB, int VG, int UG, bool PositiveG>
+struct Inv709 {
+  static int luma(int Y) { return Studio ? mulhi16s((Y - 16) << 7, 9535) : Y << 4; }
+  static int fin(int x) { return clamp8(adds16s(x, 8) >> 4); }
+  static void pixel(const int* in, int* out) {
+    const int y = luma(in[0]);
+    const int u = (in[1] - 128) << 7, v = (in[2] - 128) << 7;
+    const int g = PositiveG ? subs16s(subs16s(y, mulhi16s(v, VG)), mulhi16s(u, UG))
+                            : adds16s(adds16s(y, mulhi16s(v, -VG)), mulhi16s(u, -UG));
+    out[0] = fin(adds16s(y, mulhi16s(v, VR)));
+    out[1] = fin(g);
+    out[2] = fin(adds16s(y, mulhi16s(u, UB)));
+  }
+  template <class O, class V = typename O::V>
+  static V vfin(V x) {
+    return clampedByStore<O>(O::sra(O::adds16s(x, O::set(8)), 4));
+  }
+  // The chroma products of the form, which the lanes sharing one chroma sample
+  // share: t = {mulhi(v, VR), mulhi(v, -+VG), mulhi(u, -+UG), mulhi(u, UB)}.
+  template <class O, class V = typename O::V>
+  static void vterms(V cb, V cr, V* t) {
+    const V u = O::sll(O::sub16(cb, O::set(128)), 7), v = O::sll(O::sub16(cr, O::set(128)), 7);
+    t[0] = O::mulhi16s(v, O::set(VR));
+    t[1] = O::mulhi16s(v, O::set(PositiveG ? VG : -VG));
+    t[2] = O::mulhi16s(u, O::set(PositiveG ? UG : -UG));
+    t[3] = O::mulhi16s(u, O::set(UB));
+  }
+  // R, G, B of luma Y with the chroma products t, in the order of the scalar rule.
+  template <class O, class V = typename O::V>
+  static void vfinish(V Y, const V* t, V* out) {
+    const V y = Studio ? O::mulhi16s(O::sll(O::sub16(Y, O::set(16)), 7), O::set(9535)) : O::sll(Y, 4);
+    const V g = PositiveG ? O::subs16s(O::subs16s(y, t[1]), t[2]) : O::adds16s(O::adds16s(y, t[1]), t[2]);
+    out[0] = vfin<O>(O::adds16s(y, t[0]));
+    out[1] = vfin<O>(g);
+    out[2] = vfin<O>(O::adds16s(y, t[3]));
+  }
+  template <class O, class V = typename O::V>
+  static void vblock(const V* in, V* out) {
+    V t[4];
+    vterms<O>(in[1], in[2], t);
+    vfinish<O>(in[0], t, out);
+  }
+#if LUM_SIMD_SSE
+  // Eight lanes, for the generic row kernels.
+  static void block(const __m128i* in, __m128i* out) { vblock<Sse>(in, out); }
+#endif
+};
+// I7: 1.164, 1.793, 0.533, 0.213, 2.115.
+using I7Neg = Inv709<true, 14688, 17326, 4375, 1745, false>;
+using I7Pos = Inv709<true, 14688, 17326, 4375, 1745, true>;
+// IH: 1.540, 0.459, 0.183, 1.816.
+using IHNeg = Inv709<false, 12616, 14877, 3760, 1499, false>;
+using IHPos = Inv709<false, 12616, 14877, 3760, 1499, true>;
+
+// ---------------------------------------------------------------------------
+// Inverse tail forms: 32-bit sums rounded by 32768, through CHOP_ARRAY
+// ---------------------------------------------------------------------------
+
+// S7: studio range, luma (Y-16) * 76284.
+struct S7 {
+  static void pixel(const int* in, int* out) {
+    const int y = 76284 * (in[0] - 16) + 32768;
+    const int u = in[1] - 128, v = in[2] - 128;
+    out[0] = CHOP_ARRAY[(y + 117506 * v) >> 16];
+    out[1] = CHOP_ARRAY[(y - 13959 * u - 34996 * v) >> 16];
+    out[2] = CHOP_ARRAY[(y + 138609 * u) >> 16];
+  }
+};
+
+// SH: full-scale luma Y << 16.
+struct SH {
+  static void pixel(const int* in, int* out) {
+    const int y = (in[0] << 16) + 32768;
+    const int u = in[1] - 128, v = in[2] - 128;
+    out[0] = CHOP_ARRAY[(y + 100925 * v) >> 16];
+    out[1] = CHOP_ARRAY[(y - 11993 * u - 30081 * v) >> 16];
+    out[2] = CHOP_ARRAY[(y + 119013 * u) >> 16];
+  }
+};
+
+}  // namespace lum::form
