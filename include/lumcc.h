@@ -600,10 +600,11 @@ LUMAPI LumStatus lumiColorToGray_32f_C3C1R(const Lum32f* pSrc, int srcStep, Lum3
 /** Four channels (fourth ignored) to gray with the weights coeffs[0..2]. */
 LUMAPI LumStatus lumiColorToGray_32f_AC4C1R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep,
     LumSize roiSize, const Lum32f coeffs[3]);
-/** Three channels to gray with the weights coeffs[0..2]. */
+/** Three channels to gray with the weights coeffs[0..2] (required: null is lumStatusNullPointer). */
 LUMAPI LumStatus lumiColorToGray_64f_C3C1R(const Lum64f* pSrc, int srcStep, Lum64f* pDst, int dstStep,
     LumSize roiSize, const Lum64f coeffs[3]);
-/** Four channels (fourth ignored) to gray with the weights coeffs[0..2]. */
+/** Four channels (fourth ignored) to gray with the weights coeffs[0..2] (required: null is
+ *  lumStatusNullPointer). */
 LUMAPI LumStatus lumiColorToGray_64f_AC4C1R(const Lum64f* pSrc, int srcStep, Lum64f* pDst, int dstStep,
     LumSize roiSize, const Lum64f coeffs[3]);
 /** Gray to three equal channels. */

@@ -181,6 +181,18 @@ TEST(Gray, NullWeightsMeanTheDefaults) {
   EXPECT_EQ(g, h);
 }
 
+// The double forms have no default weights: a null coeffs is refused with the
+// other pointers, before the size, and the destination keeps its samples.
+TEST(Gray, DoubleFormsRefuseNullWeights) {
+  using Fn = LumStatus (*)(const Lum64f*, int, Lum64f*, int, LumSize, const Lum64f*);
+  for (auto [fn, n] : {std::pair<Fn, int>{lumiColorToGray_64f_C3C1R, 3}, {lumiColorToGray_64f_AC4C1R, 4}}) {
+    std::vector<Lum64f> src(size_t(4 * n), 1.5), dst(4, -7.0);
+    for (LumSize roi : {LumSize{4, 1}, LumSize{0, 1}, LumSize{4, -1}})
+      EXPECT_EQ(fn(src.data(), 8 * 4 * n, dst.data(), 32, roi, nullptr), lumStatusNullPointer) << n;
+    EXPECT_EQ(dst, std::vector<Lum64f>(4, -7.0));
+  }
+}
+
 // Known answers of the 8u forms. Widths 1..3 are all tail, 4..7 put the first
 // four pixels in the block, 8 and 16 are all block (16: the vector block).
 TEST(Gray, EightBitKnownAnswersInBlockAndTail) {

@@ -68,9 +68,11 @@ LumStatus toGray(const T* pSrc, int srcStep, T* pDst, int dstStep, LumSize roi, 
 }
 
 // The double forms take element steps of 8 bytes, like their 16- and 32-bit siblings.
+// They have no default weights, so a null coeffs is refused with the other
+// pointers rather than read.
 template <int N>
 LumStatus toGray64f(const Lum64f* pSrc, int srcStep, Lum64f* pDst, int dstStep, LumSize roi, const Lum64f* coeffs) {
-  if (LumStatus st = check::nullThenSize(roi, pSrc, pDst)) return st;
+  if (LumStatus st = check::nullThenSize(roi, pSrc, pDst, coeffs)) return st;
   ownColorToGray_64f<N>(pSrc, elemStep<Lum64f>(srcStep), pDst, elemStep<Lum64f>(dstStep), roi.width, roi.height,
                         coeffs);
   return lumStatusOk;
@@ -135,7 +137,7 @@ LumStatus lumiColorToGray_32f_AC4C1R(const Lum32f* pSrc, int srcStep, Lum32f* pD
                                      const Lum32f coeffs[3]) {
   return toGray<Lum32f, 4>(pSrc, srcStep, pDst, dstStep, roi, coeffs);
 }
-// coeffs is read without a test here: the double forms have no default weights.
+// A null coeffs is lumStatusNullPointer here: the double forms have no default weights.
 LumStatus lumiColorToGray_64f_C3C1R(const Lum64f* pSrc, int srcStep, Lum64f* pDst, int dstStep, LumSize roi,
                                     const Lum64f coeffs[3]) {
   return toGray64f<3>(pSrc, srcStep, pDst, dstStep, roi, coeffs);
