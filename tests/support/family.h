@@ -29,11 +29,23 @@ struct ImageShape {
   bool array = false;
   std::vector<PlaneShape> planes;
   int checkedPlanes = -1;  // plane pointers the function tests (-1: all)
+  // The planes are separate pointer arguments (semi-planar: luma, then chroma
+  // pairs), not an array: no array pointer, and every plane pointer is a required
+  // pointer of the first check. Buffers still hand them over as src/dst arrays.
+  bool separate = false;
   int nChecked() const { return checkedPlanes < 0 ? int(planes.size()) : checkedPlanes; }
 };
 
 inline ImageShape packedImg(int bpp, int wDiv = 1, int hDiv = 1) { return {false, {{bpp, wDiv, hDiv}}, -1}; }
 inline ImageShape planarImg(int n, int bpp = 1) { return {true, std::vector<PlaneShape>(size_t(n), PlaneShape{bpp}), -1}; }
+// Planes of their own sizes (luma and sub-sampled chroma planes), as an array.
+inline ImageShape planesImg(std::vector<PlaneShape> planes) { return {true, std::move(planes), -1}; }
+// Luma plane and one plane of chroma pairs, passed as two pointer arguments.
+inline ImageShape semiPlanarImg(PlaneShape chroma) {
+  ImageShape s{true, {PlaneShape{1}, chroma}, -1};
+  s.separate = true;
+  return s;
+}
 
 // Order in which a function refuses when a pointer and the size are both wrong.
 enum class Order {
@@ -68,6 +80,12 @@ struct FnCase {
   int widthStep = 1;                // widths tested are multiples of this (and minWidth)
   int heightStep = 1;
   LumStatus okStatus = lumStatusOk;  // status on a good call of a valid size
+  // Status of a good call by size, where it depends on the size (odd sizes of
+  // functions on chroma cells); empty: okStatus at every size.
+  std::function<LumStatus(LumSize)> statusOf;
+  LumStatus expected(LumSize roi) const { return statusOf ? statusOf(roi) : okStatus; }
+  // The function takes no steps: its images are dense, rows without padding.
+  bool dense = false;
 };
 
 // Holds the images of one call, source and destination, in guarded memory.
