@@ -7,6 +7,7 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "frame/wide.h"
 #include "lumcc.h"
 #include "support/family.h"
 
@@ -318,6 +319,34 @@ TEST(Rgb420, VectorBlocksMatchScalarTwinsAtEveryWidth) {
   for (const auto& c : cases()) {
     checkVectorMatchesScalar(c.fc, blockWidths(), 5);
     checkVectorMatchesScalar(c.fc, {16, 37, 64}, 2);
+  }
+}
+
+// The 256-bit blocks give the bytes of the 128-bit blocks, at every width and
+// offset of the 32-pixel steps.
+TEST(Rgb420, WideBlocksMatchNarrowBlocks) {
+  if (!lum::useWide()) GTEST_SKIP() << "no 256-bit blocks on this build or processor";
+  std::vector<int> widths = blockWidths();
+  for (int w : {62, 66, 96, 97, 130, 161, 200}) widths.push_back(w);
+  std::mt19937 rng(61);
+  for (const auto& c : cases()) {
+    SCOPED_TRACE(c.fc.name);
+    for (int w : widths) {
+      if (w < c.fc.minWidth) continue;
+      const LumSize roi{w, 5};
+      CallImages wide(c.fc, roi), narrow(c.fc, roi);
+      wide.randomizeSource(rng);
+      for (size_t i = 0; i < wide.src.size(); ++i) narrow.src[i].setBytes(wide.src[i].bytes());
+      wide.fillDestination(0x33);
+      narrow.fillDestination(0x33);
+      ASSERT_EQ(c.fc.call(wide.buffers(), roi), c.fc.expected(roi));
+      {
+        lum::NarrowScope narrowOnly;
+        ASSERT_EQ(c.fc.call(narrow.buffers(), roi), c.fc.expected(roi));
+      }
+      ASSERT_EQ(wide.destinationBytes(), narrow.destinationBytes()) << "width " << w;
+      ASSERT_TRUE(wide.canariesIntact()) << "width " << w;
+    }
   }
 }
 

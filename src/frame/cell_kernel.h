@@ -3,25 +3,20 @@
 // loop over the first pixels of the row, as many as the function's ladder gives,
 // then a tail over the rest of the cells. Block and tail may use different forms;
 // which cell falls into which is part of each function's behaviour. The vector
-// code only speeds up the block part: 16 pixels a step, then one step of 8, then
-// the block form's scalar twin on whatever block pixels remain.
+// code only speeds up the block part: 32 pixels a step where the processor has
+// AVX2, then 16, then one step of 8, then the block form's scalar twin on
+// whatever block pixels remain.
 #pragma once
 
 #include <algorithm>
 
 #include "frame/cell_layouts.h"
+#include "frame/cell_wide.h"
 #include "frame/kernel.h"
 #include "frame/row_pairs.h"
+#include "frame/wide.h"
 
 namespace lum {
-
-// A forward cell form: the luma of each pixel by Luma (its out[0]), the chroma
-// pair of the cell by Chroma, from the sums of R, G and B over the cell's pixels.
-template <class LumaForm, class ChromaForm>
-struct CellForm {
-  using Luma = LumaForm;
-  using Chroma = ChromaForm;
-};
 
 // Ladders: the number of pixels at the start of a row that the block form
 // covers. UpTo<16> is a loop of 16 pixels a step, UpTo<8> the same loop plus one
@@ -86,13 +81,16 @@ inline void storeLuma16(uint8_t* p, __m128i v) {
 // every pointer and step is a multiple of 16 (same samples, aligned stores).
 template <class Cell, class Ladder, class BlockF, class TailF, class Src, class Chroma, bool AlignedLuma = false>
 struct CellsForward {
-  // One cell row: width is a whole number of cells.
-  static void row(const SrcPlanes* rgb, const CellRowPtrs<uint8_t>& out, int width) {
+  // One cell row: width is a whole number of cells; wide asks for the 256-bit blocks.
+  static void row(const SrcPlanes* rgb, const CellRowPtrs<uint8_t>& out, int width, [[maybe_unused]] bool wide) {
     const int blockEnd = std::min(Ladder::end(width), width);
     int x = 0;
     if constexpr (!std::is_same_v<BlockF, NoBlock>) {
 #if LUM_SIMD_SSE
       if (useVector()) {
+#if LUM_SIMD_AVX2
+        if (wide) x = WideForward<Cell, BlockF, Src, Chroma>::run(rgb, out, x, blockEnd);
+#endif
         for (; x + 16 <= blockEnd; x += 16) vectorStep<16>(rgb, out, x);
         if (x + 8 <= blockEnd) {
           vectorStep<8>(rgb, out, x);
@@ -108,9 +106,10 @@ struct CellsForward {
   // Whole region: the cells that fit; a last odd column or row stays untouched.
   static void image(LumSize roi, const SrcPlanes& src, const DstPlanes& dst) {
     const int w = cellWidth<Cell>(roi.width);
+    const bool wide = useWide();
     forEachCellRow<Cell>(roi.height, [&](int y, int cy) {
       const SrcPlanes rgb[2] = {src.row(y), src.row(y + Cell::kRows - 1)};
-      row(rgb, cellRow<Cell>(dst, y, cy), w);
+      row(rgb, cellRow<Cell>(dst, y, cy), w, wide);
     });
   }
 
@@ -172,12 +171,15 @@ struct CellsForward {
 template <class Cell, class Ladder, class BlockF, class TailF, class Chroma, class Dst, Alpha BlockAlpha = Alpha::Keep,
           Alpha TailAlpha = BlockAlpha, bool AlignedLuma = false>
 struct CellsInverse {
-  static void row(const CellRowPtrs<const uint8_t>& in, const DstPlanes* rgb, int width, const RowCtx& c) {
+  static void row(const CellRowPtrs<const uint8_t>& in, const DstPlanes* rgb, int width, const RowCtx& c, [[maybe_unused]] bool wide) {
     const int blockEnd = std::min(Ladder::end(width), width);
     int x = 0;
     if constexpr (!std::is_same_v<BlockF, NoBlock>) {
 #if LUM_SIMD_SSE
       if (useVector()) {
+#if LUM_SIMD_AVX2
+        if (wide) x = WideInverse<Cell, BlockF, Chroma, Dst, BlockAlpha>::run(in, rgb, x, blockEnd, c);
+#endif
         for (; x + 16 <= blockEnd; x += 16) vectorStep<16>(in, rgb, x, c);
         if (x + 8 <= blockEnd) {
           vectorStep<8>(in, rgb, x, c);
@@ -192,9 +194,10 @@ struct CellsInverse {
 
   static void image(LumSize roi, const SrcPlanes& src, const DstPlanes& dst, const RowCtx& c = {}) {
     const int w = cellWidth<Cell>(roi.width);
+    const bool wide = useWide();
     forEachCellRow<Cell>(roi.height, [&](int y, int cy) {
       const DstPlanes rgb[2] = {dst.row(y), dst.row(y + Cell::kRows - 1)};
-      row(cellRow<Cell>(src, y, cy), rgb, w, c);
+      row(cellRow<Cell>(src, y, cy), rgb, w, c, wide);
     });
   }
 

@@ -10,6 +10,7 @@
 
 #include <cstdint>
 
+#include "frame/lanes.h"
 #include "lumachroma/forms.h"
 
 namespace lum::form {
@@ -27,12 +28,13 @@ struct FC2 {
     out[1] = clamp8(fx::s16(mulhrs16s(r, 7193) - mulhrs16s(g, 6029) - mulhrs16s(b, 1163) + 8194) >> 6);
   }
 #if LUM_SIMD_SSE
-  static void block(const __m128i* s, __m128i* out) {
+  template <class V>
+  static void block(const V* s, V* out) {
     const V r = sll16<5>(s[0]), g = sll16<5>(s[1]), b = sll16<5>(s[2]);
-    const V cb = add16(sub16(sub16(mulhrs16s(b, set16(7193)), mulhrs16s(g, set16(4768))), mulhrs16s(r, set16(2425))),
-                       set16(8194));
-    const V cr = add16(sub16(sub16(mulhrs16s(r, set16(7193)), mulhrs16s(g, set16(6029))), mulhrs16s(b, set16(1163))),
-                       set16(8194));
+    const V cb = add16(sub16(sub16(mulhrs16s(b, splat<V>(7193)), mulhrs16s(g, splat<V>(4768))), mulhrs16s(r, splat<V>(2425))),
+                       splat<V>(8194));
+    const V cr = add16(sub16(sub16(mulhrs16s(r, splat<V>(7193)), mulhrs16s(g, splat<V>(6029))), mulhrs16s(b, splat<V>(1163))),
+                       splat<V>(8194));
     out[0] = clamp8(sra16<6>(cb));
     out[1] = clamp8(sra16<6>(cr));
   }
@@ -57,10 +59,11 @@ struct FY5 {
                              2112) >> 7);
   }
 #if LUM_SIMD_SSE
-  static void block(const __m128i* in, __m128i* out) {
-    const V y = addus16u(addus16u(addus16u(mulhi16u(sll16<8>(in[0]), set16(8422)), mulhi16u(sll16<8>(in[1]), set16(16515))),
-                                  mulhi16u(sll16<8>(in[2]), set16(3212))),
-                         set16(2112));
+  template <class V>
+  static void block(const V* in, V* out) {
+    const V y = addus16u(addus16u(addus16u(mulhi16u(sll16<8>(in[0]), splat<V>(8422)), mulhi16u(sll16<8>(in[1]), splat<V>(16515))),
+                                  mulhi16u(sll16<8>(in[2]), splat<V>(3212))),
+                         splat<V>(2112));
     out[0] = clamp8(srl16<7>(y));
   }
 #endif
@@ -79,11 +82,13 @@ struct FC5 {
     out[1] = one(mulhi16u(r, 28770), mulhi16u(g, 24117), mulhi16u(b, 4653));
   }
 #if LUM_SIMD_SSE
-  static V one(V pos, V neg1, V neg2) { return clamp8(sra16<7>(adds16s(sub16(pos, addus16u(neg1, neg2)), set16(16400)))); }
-  static void block(const __m128i* s, __m128i* out) {
+  template <class V>
+  static V one(V pos, V neg1, V neg2) { return clamp8(sra16<7>(adds16s(sub16(pos, addus16u(neg1, neg2)), splat<V>(16400)))); }
+  template <class V>
+  static void block(const V* s, V* out) {
     const V r = sll16<5>(s[0]), g = sll16<5>(s[1]), b = sll16<5>(s[2]);
-    out[0] = one(mulhi16u(b, set16(28770)), mulhi16u(r, set16(9699)), mulhi16u(g, set16(19071)));
-    out[1] = one(mulhi16u(r, set16(28770)), mulhi16u(g, set16(24117)), mulhi16u(b, set16(4653)));
+    out[0] = one(mulhi16u(b, splat<V>(28770)), mulhi16u(r, splat<V>(9699)), mulhi16u(g, splat<V>(19071)));
+    out[1] = one(mulhi16u(r, splat<V>(28770)), mulhi16u(g, splat<V>(24117)), mulhi16u(b, splat<V>(4653)));
   }
 #endif
 };
@@ -100,9 +105,10 @@ struct YuvQ14Luma {
     out[0] = clamp8(y >> 6);
   }
 #if LUM_SIMD_SSE
-  static void block(const __m128i* in, __m128i* out) {
-    const V y = add16(add16(mulhrs16s(sll16<7>(in[0]), set16(4899)), mulhrs16s(sll16<7>(in[1]), set16(9617))),
-                      mulhrs16s(sll16<7>(in[2]), set16(1868)));
+  template <class V>
+  static void block(const V* in, V* out) {
+    const V y = add16(add16(mulhrs16s(sll16<7>(in[0]), splat<V>(4899)), mulhrs16s(sll16<7>(in[1]), splat<V>(9617))),
+                      mulhrs16s(sll16<7>(in[2]), splat<V>(1868)));
     out[0] = clamp8(sra16<6>(y));
   }
 #endif
@@ -124,12 +130,14 @@ struct YuvQ14Chroma {
     out[1] = one((s[0] << 4) - ym, 14369);
   }
 #if LUM_SIMD_SSE
+  template <class V>
   static V one(V d, int k) {
-    return clamp8(add16(sra16<6>(add16(mulhrs16s(sll16<1>(d), set16(int16_t(k))), set16(32))), set16(128)));
+    return clamp8(add16(sra16<6>(add16(mulhrs16s(sll16<1>(d), splat<V>(k)), splat<V>(32))), splat<V>(128)));
   }
-  static void block(const __m128i* s, __m128i* out) {
-    const V ym = add16(add16(mulhrs16s(sll16<5>(s[0]), set16(4899)), mulhrs16s(sll16<5>(s[1]), set16(9617))),
-                       mulhrs16s(sll16<5>(s[2]), set16(1868)));
+  template <class V>
+  static void block(const V* s, V* out) {
+    const V ym = add16(add16(mulhrs16s(sll16<5>(s[0]), splat<V>(4899)), mulhrs16s(sll16<5>(s[1]), splat<V>(9617))),
+                       mulhrs16s(sll16<5>(s[2]), splat<V>(1868)));
     out[0] = one(sub16(sll16<4>(s[2]), ym), 8061);
     out[1] = one(sub16(sll16<4>(s[0]), ym), 14369);
   }
@@ -158,12 +166,13 @@ struct FU2Cell {
     out[1] = clamp8(adds16s(mulhi16s(((r + 1) >> 1) - y2, 28737), 128));
   }
 #if LUM_SIMD_SSE
-  static void block(const __m128i* s, __m128i* out) {
-    const V one = set16(1);
-    const V y2 = adds16s(adds16s(adds16s(mulhi16s(s[0], set16(9798)), mulhi16s(s[1], set16(19235))),
-                                 mulhi16s(s[2], set16(3736))), one);
-    out[0] = clamp8(adds16s(mulhi16s(sub16(sra16<1>(add16(s[2], one)), y2), set16(16121)), set16(128)));
-    out[1] = clamp8(adds16s(mulhi16s(sub16(sra16<1>(add16(s[0], one)), y2), set16(28737)), set16(128)));
+  template <class V>
+  static void block(const V* s, V* out) {
+    const V one = splat<V>(1);
+    const V y2 = adds16s(adds16s(adds16s(mulhi16s(s[0], splat<V>(9798)), mulhi16s(s[1], splat<V>(19235))),
+                                 mulhi16s(s[2], splat<V>(3736))), one);
+    out[0] = clamp8(adds16s(mulhi16s(sub16(sra16<1>(add16(s[2], one)), y2), splat<V>(16121)), splat<V>(128)));
+    out[1] = clamp8(adds16s(mulhi16s(sub16(sra16<1>(add16(s[0], one)), y2), splat<V>(28737)), splat<V>(128)));
   }
 #endif
 };
@@ -199,11 +208,12 @@ struct IYFolded {
     out[2] = clamp8(adds16s(y, mulhi16s(cb, CbB) - OffB) >> 3);
   }
 #if LUM_SIMD_SSE
-  static void block(const __m128i* in, __m128i* out) {
-    const V y = mulhi16s(sll16<7>(in[0]), set16(Cy)), cb = sll16<7>(in[1]), cr = sll16<7>(in[2]);
-    out[0] = clamp8(sra16<3>(adds16s(y, sub16(mulhi16s(cr, set16(CrR)), set16(OffR)))));
-    out[1] = clamp8(sra16<3>(subs16s(y, sub16(adds16s(mulhi16s(cb, set16(CbG)), mulhi16s(cr, set16(CrG))), set16(OffG)))));
-    out[2] = clamp8(sra16<3>(adds16s(y, sub16(mulhi16s(cb, set16(CbB)), set16(OffB)))));
+  template <class V>
+  static void block(const V* in, V* out) {
+    const V y = mulhi16s(sll16<7>(in[0]), splat<V>(Cy)), cb = sll16<7>(in[1]), cr = sll16<7>(in[2]);
+    out[0] = clamp8(sra16<3>(adds16s(y, sub16(mulhi16s(cr, splat<V>(CrR)), splat<V>(OffR)))));
+    out[1] = clamp8(sra16<3>(subs16s(y, sub16(adds16s(mulhi16s(cb, splat<V>(CbG)), mulhi16s(cr, splat<V>(CrG))), splat<V>(OffG)))));
+    out[2] = clamp8(sra16<3>(adds16s(y, sub16(mulhi16s(cb, splat<V>(CbB)), splat<V>(OffB)))));
   }
 #endif
 };
@@ -217,12 +227,13 @@ struct IU5 {
     out[2] = clamp8(adds16s(adds16s(y, mulhi16s(ud, 16646)), 8) >> 4);
   }
 #if LUM_SIMD_SSE
-  static void block(const __m128i* in, __m128i* out) {
-    const V y = sll16<4>(in[0]), eight = set16(8);
-    const V ud = sll16<7>(sub16(in[1], set16(128))), vd = sll16<7>(sub16(in[2], set16(128)));
-    out[0] = clamp8(sra16<4>(adds16s(adds16s(y, mulhi16s(vd, set16(9338))), eight)));
-    out[1] = clamp8(sra16<4>(adds16s(subs16s(y, adds16s(mulhi16s(ud, set16(3227)), mulhi16s(vd, set16(4759)))), eight)));
-    out[2] = clamp8(sra16<4>(adds16s(adds16s(y, mulhi16s(ud, set16(16646))), eight)));
+  template <class V>
+  static void block(const V* in, V* out) {
+    const V y = sll16<4>(in[0]), eight = splat<V>(8);
+    const V ud = sll16<7>(sub16(in[1], splat<V>(128))), vd = sll16<7>(sub16(in[2], splat<V>(128)));
+    out[0] = clamp8(sra16<4>(adds16s(adds16s(y, mulhi16s(vd, splat<V>(9338))), eight)));
+    out[1] = clamp8(sra16<4>(adds16s(subs16s(y, adds16s(mulhi16s(ud, splat<V>(3227)), mulhi16s(vd, splat<V>(4759)))), eight)));
+    out[2] = clamp8(sra16<4>(adds16s(adds16s(y, mulhi16s(ud, splat<V>(16646))), eight)));
   }
 #endif
 };
@@ -246,12 +257,13 @@ struct IU2Fine {
     out[2] = clamp8(adds16s(y, mulhi16s(u, 16645)) >> 3);
   }
 #if LUM_SIMD_SSE
-  static void block(const __m128i* in, __m128i* out) {
+  template <class V>
+  static void block(const V* in, V* out) {
     const V y = sll16<3>(in[0]);
-    const V u = sll16<6>(sub16(in[1], set16(128))), v = sll16<6>(sub16(in[2], set16(128)));
-    out[0] = clamp8(sra16<3>(adds16s(y, mulhi16s(v, set16(9338)))));
-    out[1] = clamp8(sra16<3>(adds16s(adds16s(y, mulhi16s(u, set16(-3227))), mulhi16s(v, set16(-4759)))));
-    out[2] = clamp8(sra16<3>(adds16s(y, mulhi16s(u, set16(16645)))));
+    const V u = sll16<6>(sub16(in[1], splat<V>(128))), v = sll16<6>(sub16(in[2], splat<V>(128)));
+    out[0] = clamp8(sra16<3>(adds16s(y, mulhi16s(v, splat<V>(9338)))));
+    out[1] = clamp8(sra16<3>(adds16s(adds16s(y, mulhi16s(u, splat<V>(-3227))), mulhi16s(v, splat<V>(-4759)))));
+    out[2] = clamp8(sra16<3>(adds16s(y, mulhi16s(u, splat<V>(16645)))));
   }
 #endif
 };
