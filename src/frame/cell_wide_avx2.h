@@ -113,9 +113,8 @@ struct Layout<layout::C4<I0, I1, I2>> {
   static void store(uint8_t* row, int x, const Wx& o) {
     static_assert(WriteAlpha, "four-channel stores of the wide blocks write alpha");
     uint8_t* p = row + 4 * x;
-    const W c01 = _mm256_packus_epi16(o.v[I0], o.v[I1]), c23 = _mm256_packus_epi16(o.v[I2], o.v[3]);
-    const W lo = _mm256_unpacklo_epi8(c01, _mm256_srli_si256(c01, 8));
-    const W hi = _mm256_unpacklo_epi8(c23, _mm256_srli_si256(c23, 8));
+    const W c02 = _mm256_packus_epi16(o.v[I0], o.v[I2]), c13 = _mm256_packus_epi16(o.v[I1], o.v[3]);
+    const W lo = _mm256_unpacklo_epi8(c02, c13), hi = _mm256_unpackhi_epi8(c02, c13);  // c0 c1 pairs, c2 c3 pairs
     const W a = _mm256_unpacklo_epi16(lo, hi), b = _mm256_unpackhi_epi16(lo, hi);  // pixels 0..3, 4..7 of each half
     store32(p, _mm256_permute2x128_si256(a, b, 0x20));
     store32(p + 64, _mm256_permute2x128_si256(a, b, 0x31));
@@ -198,27 +197,32 @@ inline void spread(W c, W& a, W& b) {
   }
 }
 
+// The alpha lanes a kernel writes: zero, or the caller's aval.
 template <Alpha A>
-inline void setAlpha(Wx& o, const RowCtx& c) {
-  if constexpr (A == Alpha::Zero) o.v[3] = _mm256_setzero_si256();
-  if constexpr (A == Alpha::Aval) o.v[3] = _mm256_set1_epi16(int16_t(c.aval));
+inline W alphaLanes(const RowCtx& c) {
   static_assert(A != Alpha::Source, "no wide kernel copies source alpha");
+  return A == Alpha::Aval ? _mm256_set1_epi16(int16_t(c.aval)) : _mm256_setzero_si256();
 }
 
 }  // namespace wide
 
+// The row pointers are copied to locals first: the byte stores of the loop could
+// otherwise alias them, and the compiler would load them again at every store.
 template <class Cell, class BlockF, class Src, class Chroma>
 int WideForward<Cell, BlockF, Src, Chroma>::run(const SrcPlanes* rgb, const CellRowPtrs<uint8_t>& out, int x, int end) {
   using namespace wide;
+  const uint8_t* const src[2] = {rgb[0].p[0], rgb[Cell::kRows - 1].p[0]};
+  uint8_t* const luma[2] = {out.luma[0], out.luma[1]};
+  uint8_t* const chroma[2] = {out.chroma[0], out.chroma[1]};
   for (; x + 32 <= end; x += 32) {
     Wx a[2], b[2];
     for (int r = 0; r < Cell::kRows; ++r) {
       W ya[3], yb[3];
-      Layout<Src>::load(rgb[r].p[0], x, a[r]);
-      Layout<Src>::load(rgb[r].p[0], x + 8, b[r]);
+      Layout<Src>::load(src[r], x, a[r]);
+      Layout<Src>::load(src[r], x + 8, b[r]);
       WideForm<typename BlockF::Luma>::block(a[r].v, ya);
       WideForm<typename BlockF::Luma>::block(b[r].v, yb);
-      store32(out.luma[r] + x, _mm256_packus_epi16(ya[0], yb[0]));
+      store32(luma[r] + x, _mm256_packus_epi16(ya[0], yb[0]));
     }
     if constexpr (Cell::kRows == 1) {
       a[1] = a[0];
@@ -227,7 +231,7 @@ int WideForward<Cell, BlockF, Src, Chroma>::run(const SrcPlanes* rgb, const Cell
     W s[3], c[2];
     for (int k = 0; k < 3; ++k) s[k] = cellSums<Cell>(a[0].v[k], a[1].v[k], b[0].v[k], b[1].v[k]);
     WideForm<typename BlockF::Chroma>::block(s, c);
-    CellChroma<Cell, Chroma>::store(out.chroma, x / Cell::kW, c[0], c[1]);
+    CellChroma<Cell, Chroma>::store(chroma, x / Cell::kW, c[0], c[1]);
   }
   return x;
 }
@@ -236,24 +240,27 @@ template <class Cell, class BlockF, class Chroma, class Dst, Alpha A>
 int WideInverse<Cell, BlockF, Chroma, Dst, A>::run(const CellRowPtrs<const uint8_t>& in, const DstPlanes* rgb, int x,
                                                    int end, const RowCtx& c) {
   using namespace wide;
-  const W z = _mm256_setzero_si256();
+  const uint8_t* const luma[2] = {in.luma[0], in.luma[1]};
+  const uint8_t* const chroma[2] = {in.chroma[0], in.chroma[1]};
+  uint8_t* const dst[2] = {rgb[0].p[0], rgb[Cell::kRows - 1].p[0]};
+  const W z = _mm256_setzero_si256(), alpha = alphaLanes<A>(c);
   for (; x + 32 <= end; x += 32) {
     W c0, c1;
-    CellChroma<Cell, Chroma>::load(in.chroma, x / Cell::kW, c0, c1);
+    CellChroma<Cell, Chroma>::load(chroma, x / Cell::kW, c0, c1);
     Wx a, b, out;
     spread<Cell>(c0, a.v[1], b.v[1]);
     spread<Cell>(c1, a.v[2], b.v[2]);
     a.v[3] = b.v[3] = z;
     for (int r = 0; r < Cell::kRows; ++r) {
-      const W y = _mm256_loadu_si256(reinterpret_cast<const W*>(in.luma[r] + x));
+      const W y = _mm256_loadu_si256(reinterpret_cast<const W*>(luma[r] + x));
       a.v[0] = _mm256_unpacklo_epi8(y, z);
       b.v[0] = _mm256_unpackhi_epi8(y, z);
       WideForm<BlockF>::block(a.v, out.v);
-      setAlpha<A>(out, c);
-      Layout<Dst>::template store<A != Alpha::Keep>(rgb[r].p[0], x, out);
+      out.v[3] = alpha;
+      Layout<Dst>::template store<A != Alpha::Keep>(dst[r], x, out);
       WideForm<BlockF>::block(b.v, out.v);
-      setAlpha<A>(out, c);
-      Layout<Dst>::template store<A != Alpha::Keep>(rgb[r].p[0], x + 8, out);
+      out.v[3] = alpha;
+      Layout<Dst>::template store<A != Alpha::Keep>(dst[r], x + 8, out);
     }
   }
   return x;
