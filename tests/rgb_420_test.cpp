@@ -594,32 +594,6 @@ TEST(Rgb420, KnownAnswersOfTheInverseForms) {
   }
 }
 
-// Black and white land on the studio range in blocks and tails; Y = 0 with
-// neutral chroma is black, in every form.
-TEST(Rgb420, BlackAndWhite) {
-  for (const auto& c : cases()) {
-    SCOPED_TRACE(c.fc.name);
-    const int n = c.rows() * c.t.cellW;
-    for (int w : {16, c.t.cellW == 2 ? 2 : 4}) {
-      if (w < c.fc.minWidth) continue;
-      if (c.t.forward) {
-        const Bytes k = forwardCell(c, std::vector<std::array<int, 3>>(size_t(n), {0, 0, 0}), w);
-        const Bytes wt = forwardCell(c, std::vector<std::array<int, 3>>(size_t(n), {255, 255, 255}), w);
-        EXPECT_EQ(k[0], c.t.yuv ? 0 : 16);
-        EXPECT_EQ(wt[0], c.t.yuv ? 255 : 235);
-        EXPECT_EQ(wt[size_t(n)], 128);
-        EXPECT_EQ(wt[size_t(n) + 1], 128);
-        if (!c.t.yuv) {
-          EXPECT_EQ(k[size_t(n)], 128);
-        }
-      } else {
-        EXPECT_EQ(inverseCell(c, 0, 128, 128, w), (std::array<int, 3>{0, 0, 0}));
-        EXPECT_EQ(inverseCell(c, c.t.yuv ? 255 : 235, 128, 128, w), (std::array<int, 3>{255, 255, 255}));
-      }
-    }
-  }
-}
-
 // ---- relations between functions ------------------------------------------------
 
 // A cell of four equal pixels gives FY1's chroma of that pixel in blocks (the
@@ -762,34 +736,6 @@ TEST(Rgb420, CrCbOrderOnlyMovesChroma) {
     ASSERT_EQ(lumiYCbCr420ToBGR_8u_P2C3R(in.y.data(), w, nv12.data(), w, a.data(), 3 * w, LumSize{w, h}), 0);
     ASSERT_EQ(lumiYCrCb420ToBGR_8u_P2C3R(in.y.data(), w, nv21.data(), w, b.data(), 3 * w, LumSize{w, h}), 0);
     EXPECT_EQ(a, b);
-  }
-}
-
-// NV12 holds the samples of the planar form; the fourth channel of C4 is not read.
-TEST(Rgb420, SemiPlanarHoldsThePlanarSamples) {
-  std::mt19937 rng(43);
-  for (int w : {6, 18, 40}) {
-    const int h = 6, cw = w / 2, ch = h / 2;
-    Bytes rgb(size_t(3 * w * h)), rgbx(size_t(4 * w * h));
-    for (auto& v : rgb) v = uint8_t(rng());
-    for (int i = 0; i < w * h; ++i) {
-      std::memcpy(&rgbx[size_t(4 * i)], &rgb[size_t(3 * i)], 3);
-      rgbx[size_t(4 * i + 3)] = uint8_t(rng());
-    }
-    Bytes y(size_t(w * h)), cb(size_t(cw * ch)), cr(cb.size()), y2(y.size()), nv(size_t(w * ch)), y3(y.size()),
-        nv3(nv.size());
-    Lum8u* const planes[3] = {y.data(), cb.data(), cr.data()};
-    const int steps[3] = {w, cw, cw};
-    ASSERT_EQ(lumiRGBToYCbCr420_8u_C3P3R(rgb.data(), 3 * w, planes, steps, LumSize{w, h}), 0);
-    ASSERT_EQ(lumiRGBToYCbCr420_8u_C3P2R(rgb.data(), 3 * w, y2.data(), w, nv.data(), w, LumSize{w, h}), 0);
-    ASSERT_EQ(lumiRGBToYCbCr420_8u_C4P2R(rgbx.data(), 4 * w, y3.data(), w, nv3.data(), w, LumSize{w, h}), 0);
-    EXPECT_EQ(y, y2);
-    EXPECT_EQ(y, y3);
-    EXPECT_EQ(nv, nv3);
-    for (int i = 0; i < cw * ch; ++i) {
-      EXPECT_EQ(nv[size_t(2 * i)], cb[size_t(i)]);
-      EXPECT_EQ(nv[size_t(2 * i + 1)], cr[size_t(i)]);
-    }
   }
 }
 
