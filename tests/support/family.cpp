@@ -19,6 +19,11 @@ std::vector<GuardedImage> makeImage(const ImageShape& s, LumSize roi, ImageOptio
 
 CallImages::CallImages(const FnCase& fc, LumSize roi, ImageOptions opt) : fill(fc.fillSource) {
   opt.stepAlign = std::lcm(opt.stepAlign, fc.stepAlign);
+  if (fc.dense) {
+    opt.padBytes = 0;
+    opt.stepAlign = 1;
+    opt.stepOverride = 0;
+  }
   src = makeImage(fc.src, roi, opt);
   dst = makeImage(fc.dst, roi, opt);
   for (auto& g : src) {

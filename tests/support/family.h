@@ -48,6 +48,12 @@ inline ImageShape planarImg(int n, int bpp = 1) { return {true, std::vector<Plan
 inline ImageShape planesImg(std::vector<PlaneShape> p) { return {true, std::move(p), -1}; }
 // Planes of their own shapes, each a pointer argument of its own.
 inline ImageShape separateImg(std::vector<PlaneShape> p) { return {true, std::move(p), -1, true}; }
+// Luma plane and one plane of chroma pairs, passed as two pointer arguments.
+inline ImageShape semiPlanarImg(PlaneShape chroma) {
+  ImageShape s{true, {PlaneShape{1}, chroma}, -1};
+  s.separate = true;
+  return s;
+}
 
 // Order in which a function refuses when a pointer and the size are both wrong.
 enum class Order {
@@ -93,6 +99,8 @@ struct FnCase {
   int stepAlign = 1;                 // row steps are multiples of this (sample size, element steps)
   FillFn fillSource;                 // source data when random bytes will not do (floats)
   LumStatus expected(LumSize roi) const;
+  // The function takes no steps: its images are dense, rows without padding.
+  bool dense = false;
 };
 
 // Status of a good call of the function at this size.

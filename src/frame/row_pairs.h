@@ -1,0 +1,69 @@
+// Chroma cells of sub-sampled images and the row driver that walks them. A cell
+// is the group of pixels that share one chroma pair: 2x2 in 4:2:0 (a pair of
+// rows), 4x1 in 4:1:1. A region whose width or height does not fill whole cells
+// is converted on the part that does; the rest is neither read nor written.
+#pragma once
+
+#include "frame/rows.h"
+
+namespace lum {
+
+// 2x2 cells: chroma planes of width / 2 by height / 2.
+struct Cell420 {
+  static constexpr int kW = 2, kRows = 2;
+};
+// 4x1 cells: chroma planes of width / 4 by height.
+struct Cell411 {
+  static constexpr int kW = 4, kRows = 1;
+};
+
+// Pixels of a row that whole cells cover (width >= 0).
+template <class Cell>
+constexpr int cellWidth(int width) {
+  return width - width % Cell::kW;
+}
+
+// Calls fn(y, cy) for each whole row of cells: y is the cell's first pixel row,
+// cy its chroma row. A last pixel row that does not fill a cell is not visited.
+template <class Cell, class Fn>
+inline void forEachCellRow(int height, Fn&& fn) {
+  const int rows = height / Cell::kRows;
+  for (int cy = 0; cy < rows; ++cy) fn(cy * Cell::kRows, cy);
+}
+
+// The 4:2:0 case: one call per pair of rows.
+template <class Fn>
+inline void forEachRowPair(int height, Fn&& fn) {
+  forEachCellRow<Cell420>(height, fn);
+}
+
+// Row pointers of one cell row of a luma-chroma image: its luma rows (the second
+// equals the first for one-row cells), and the row of each chroma plane (only
+// chroma[0] for pair-interleaved chroma).
+template <class T>
+struct CellRowPtrs {
+  T* luma[2];
+  T* chroma[2];
+};
+
+// The cell row at pixel row y, chroma row cy, of an image held as plane 0 = luma,
+// planes 1 and 2 = chroma (plane 2 null for interleaved chroma).
+template <class Cell, class T>
+inline CellRowPtrs<T> cellRow(const Planes<T>& img, int y, int cy) {
+  CellRowPtrs<T> r;
+  r.luma[0] = rowAt(img.p[0], y, img.step[0]);
+  r.luma[1] = rowAt(img.p[0], y + Cell::kRows - 1, img.step[0]);
+  r.chroma[0] = rowAt(img.p[1], cy, img.step[1]);
+  r.chroma[1] = img.p[2] ? rowAt(img.p[2], cy, img.step[2]) : nullptr;
+  return r;
+}
+
+// Status of a conversion on 2x2 cells: an odd width or height leaves the last
+// column or row unconverted, which the caller hears as lumStatusOddSize.
+constexpr LumStatus cellStatus420(LumSize roi) {
+  return ((roi.width | roi.height) & 1) ? lumStatusOddSize : lumStatusOk;
+}
+// The same for 4x1 cells: a width that is not a multiple of 4.
+constexpr LumStatus cellStatus411(LumSize roi) { return (roi.width & 3) ? lumStatusOddSize : lumStatusOk; }
+
+}  // namespace lum

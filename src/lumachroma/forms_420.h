@@ -1,0 +1,275 @@
+// Arithmetic forms of the RGB <-> 4:2:0 and 4:1:1 conversions, beside the
+// full-resolution forms they combine with (forms.h).
+//
+// A cell chroma form takes the sums sR, sG, sB of a cell's four pixels and gives
+// the cell's chroma pair: pixel(s, out) is the lane-exact scalar rule, block() the
+// same on eight 16-bit lanes (sums reach 1020, so s << 5 fits a signed lane).
+// Luma-only forms write out[0]. Inverse forms work on (Y, Cb, Cr) like those of
+// forms.h. As there, forms that look alike differ on purpose and stay apart.
+#pragma once
+
+#include <cstdint>
+
+#include "frame/lanes.h"
+#include "lumachroma/forms.h"
+
+namespace lum::form {
+
+// ---------------------------------------------------------------------------
+// Forward YCbCr: cell chroma
+// ---------------------------------------------------------------------------
+
+// FC2: FY1's Q15 chroma on the cell sum: sum << 5 stands at FY1's scale of one
+// sample << 7, so a cell of four equal pixels gives FY1's chroma of that pixel.
+struct FC2 {
+  static void pixel(const int* s, int* out) {
+    const int r = s[0] << 5, g = s[1] << 5, b = s[2] << 5;
+    out[0] = clamp8(fx::s16(mulhrs16s(b, 7193) - mulhrs16s(g, 4768) - mulhrs16s(r, 2425) + 8194) >> 6);
+    out[1] = clamp8(fx::s16(mulhrs16s(r, 7193) - mulhrs16s(g, 6029) - mulhrs16s(b, 1163) + 8194) >> 6);
+  }
+#if LUM_SIMD_SSE
+  template <class V>
+  static void block(const V* s, V* out) {
+    const V r = sll16<5>(s[0]), g = sll16<5>(s[1]), b = sll16<5>(s[2]);
+    const V cb = add16(sub16(sub16(mulhrs16s(b, splat<V>(7193)), mulhrs16s(g, splat<V>(4768))), mulhrs16s(r, splat<V>(2425))),
+                       splat<V>(8194));
+    const V cr = add16(sub16(sub16(mulhrs16s(r, splat<V>(7193)), mulhrs16s(g, splat<V>(6029))), mulhrs16s(b, splat<V>(1163))),
+                       splat<V>(8194));
+    out[0] = clamp8(sra16<6>(cb));
+    out[1] = clamp8(sra16<6>(cr));
+  }
+#endif
+};
+
+// TC3: the tail's cell chroma, Q18 on the sum of four, one rounding, low byte.
+// 0x2008000 is 128.125 in Q18: a cell of equal pixels can come out one code
+// apart from FY3 of that pixel.
+struct TC3 {
+  static void pixel(const int* s, int* out) {
+    out[0] = ((-9699 * s[0] - 19071 * s[1] + 28770 * s[2] + 0x2008000) >> 18) & 255;
+    out[1] = ((28770 * s[0] - 24117 * s[1] - 4653 * s[2] + 0x2008000) >> 18) & 255;
+  }
+};
+
+// FY5: luma from unsigned high products at scale 128; 2112 is 16.5 at that scale.
+struct FY5 {
+  static void pixel(const int* in, int* out) {
+    out[0] = clamp8(addus16u(addus16u(addus16u(mulhi16u(in[0] << 8, 8422), mulhi16u(in[1] << 8, 16515)),
+                                      mulhi16u(in[2] << 8, 3212)),
+                             2112) >> 7);
+  }
+#if LUM_SIMD_SSE
+  template <class V>
+  static void block(const V* in, V* out) {
+    const V y = addus16u(addus16u(addus16u(mulhi16u(sll16<8>(in[0]), splat<V>(8422)), mulhi16u(sll16<8>(in[1]), splat<V>(16515))),
+                                  mulhi16u(sll16<8>(in[2]), splat<V>(3212))),
+                         splat<V>(2112));
+    out[0] = clamp8(srl16<7>(y));
+  }
+#endif
+};
+
+// FC5: unsigned high products of the cell sums; the positive term less the
+// saturated sum of the negative ones wraps in a 16-bit lane that is then read as
+// signed; 16400 is 128.125 at scale 128.
+struct FC5 {
+  static int one(int pos, int neg1, int neg2) {
+    return clamp8(adds16s(fx::s16(pos - addus16u(neg1, neg2)), 16400) >> 7);
+  }
+  static void pixel(const int* s, int* out) {
+    const int r = s[0] << 5, g = s[1] << 5, b = s[2] << 5;
+    out[0] = one(mulhi16u(b, 28770), mulhi16u(r, 9699), mulhi16u(g, 19071));
+    out[1] = one(mulhi16u(r, 28770), mulhi16u(g, 24117), mulhi16u(b, 4653));
+  }
+#if LUM_SIMD_SSE
+  template <class V>
+  static V one(V pos, V neg1, V neg2) { return clamp8(sra16<7>(adds16s(sub16(pos, addus16u(neg1, neg2)), splat<V>(16400)))); }
+  template <class V>
+  static void block(const V* s, V* out) {
+    const V r = sll16<5>(s[0]), g = sll16<5>(s[1]), b = sll16<5>(s[2]);
+    out[0] = one(mulhi16u(b, splat<V>(28770)), mulhi16u(r, splat<V>(9699)), mulhi16u(g, splat<V>(19071)));
+    out[1] = one(mulhi16u(r, splat<V>(28770)), mulhi16u(g, splat<V>(24117)), mulhi16u(b, splat<V>(4653)));
+  }
+#endif
+};
+
+// ---------------------------------------------------------------------------
+// Forward YUV 4:2:0
+// ---------------------------------------------------------------------------
+
+// Luma of the RGB -> YUV 4:2:0 block: Q14 coefficients of 0.299, 0.587, 0.114
+// by mulhrs16s on samples << 7, a sum at scale 64, truncated like its tail.
+struct YuvQ14Luma {
+  static void pixel(const int* in, int* out) {
+    const int y = fx::s16(mulhrs16s(in[0] << 7, 4899) + mulhrs16s(in[1] << 7, 9617) + mulhrs16s(in[2] << 7, 1868));
+    out[0] = clamp8(y >> 6);
+  }
+#if LUM_SIMD_SSE
+  template <class V>
+  static void block(const V* in, V* out) {
+    const V y = add16(add16(mulhrs16s(sll16<7>(in[0]), splat<V>(4899)), mulhrs16s(sll16<7>(in[1]), splat<V>(9617))),
+                      mulhrs16s(sll16<7>(in[2]), splat<V>(1868)));
+    out[0] = clamp8(sra16<6>(y));
+  }
+#endif
+};
+
+// The scalar luma of the same kernel: Q14, truncated (the +2 is the kernel's own).
+struct YuvQ14LumaTail {
+  static void pixel(const int* in, int* out) { out[0] = (4899 * in[0] + 9617 * in[1] + 1868 * in[2] + 2) >> 14; }
+};
+
+// U and V of the block on the cell difference: the mean luma of the cell at scale
+// 64 (sum << 5 by the Q14 luma coefficients), B or R less it, twice that by
+// 8061 or 14369 (0.492, 0.877 in Q14), rounded at scale 64, plus 128, clamped.
+struct YuvQ14Chroma {
+  static int one(int d, int k) { return clamp8(((fx::s16(mulhrs16s(d << 1, k) + 32)) >> 6) + 128); }
+  static void pixel(const int* s, int* out) {
+    const int ym = mulhrs16s(s[0] << 5, 4899) + mulhrs16s(s[1] << 5, 9617) + mulhrs16s(s[2] << 5, 1868);
+    out[0] = one((s[2] << 4) - ym, 8061);
+    out[1] = one((s[0] << 4) - ym, 14369);
+  }
+#if LUM_SIMD_SSE
+  template <class V>
+  static V one(V d, int k) {
+    return clamp8(add16(sra16<6>(add16(mulhrs16s(sll16<1>(d), splat<V>(k)), splat<V>(32))), splat<V>(128)));
+  }
+  template <class V>
+  static void block(const V* s, V* out) {
+    const V ym = add16(add16(mulhrs16s(sll16<5>(s[0]), splat<V>(4899)), mulhrs16s(sll16<5>(s[1]), splat<V>(9617))),
+                       mulhrs16s(sll16<5>(s[2]), splat<V>(1868)));
+    out[0] = one(sub16(sll16<4>(s[2]), ym), 8061);
+    out[1] = one(sub16(sll16<4>(s[0]), ym), 14369);
+  }
+#endif
+};
+
+// The tail's U and V: the same coefficients in 32 and 64 bits, rounded once.
+// (sB << 14) - ys is the mean difference in Q16.
+struct YuvQ14ChromaTail {
+  static int one(int d, int k) { return clamp8(int((int64_t(d) * k + (int64_t(1) << 29)) >> 30) + 128); }
+  static void pixel(const int* s, int* out) {
+    const int ys = 4899 * s[0] + 9617 * s[1] + 1868 * s[2];
+    out[0] = one((s[2] << 14) - ys, 8061);
+    out[1] = one((s[0] << 14) - ys, 14369);
+  }
+};
+
+// FU2's chroma on the cell: the cell sums stand at FU2's own scale of four times
+// a sample, so they enter as r, g, b directly; a cell of equal pixels gives FU2's
+// chroma of that pixel.
+struct FU2Cell {
+  static void pixel(const int* s, int* out) {
+    const int r = s[0], g = s[1], b = s[2];
+    const int y2 = adds16s(adds16s(adds16s(mulhi16s(r, 9798), mulhi16s(g, 19235)), mulhi16s(b, 3736)), 1);
+    out[0] = clamp8(adds16s(mulhi16s(((b + 1) >> 1) - y2, 16121), 128));
+    out[1] = clamp8(adds16s(mulhi16s(((r + 1) >> 1) - y2, 28737), 128));
+  }
+#if LUM_SIMD_SSE
+  template <class V>
+  static void block(const V* s, V* out) {
+    const V one = splat<V>(1);
+    const V y2 = adds16s(adds16s(adds16s(mulhi16s(s[0], splat<V>(9798)), mulhi16s(s[1], splat<V>(19235))),
+                                 mulhi16s(s[2], splat<V>(3736))), one);
+    out[0] = clamp8(adds16s(mulhi16s(sub16(sra16<1>(add16(s[2], one)), y2), splat<V>(16121)), splat<V>(128)));
+    out[1] = clamp8(adds16s(mulhi16s(sub16(sra16<1>(add16(s[0], one)), y2), splat<V>(28737)), splat<V>(128)));
+  }
+#endif
+};
+
+// TU1's chroma on the cell: ((s << 16) - ys + 32767) >> 16 is four times the
+// difference, so the products shift by 18 where TU1's shift by 16. U is its low
+// byte, V goes through the clamp table.
+struct TU1Cell {
+  static void pixel(const int* s, int* out) {
+    const int ys = 19595 * s[0] + 38470 * s[1] + 7471 * s[2];
+    const int du = ((s[2] << 16) - ys + 32767) >> 16;
+    const int dv = ((s[0] << 16) - ys + 32767) >> 16;
+    out[0] = (((du * 32244) >> 18) + 128) & 255;
+    out[1] = CHOP_ARRAY[((dv * 57475) >> 18) + 128];
+  }
+};
+
+// ---------------------------------------------------------------------------
+// Inverse
+// ---------------------------------------------------------------------------
+
+// The offset-folded scheme of the 4:2:2 kernels (IY4): samples enter unsigned at
+// scale 128, the offsets of 16 and 128 are subtracted after the products, the
+// final >> 3 truncates. The 4:2:2 family keeps its own set; until the two meet
+// this template lives here.
+inline namespace cells420 {
+template <int Cy, int CrR, int CbG, int CrG, int CbB, int OffR, int OffG, int OffB>
+struct IYFolded {
+  static void pixel(const int* in, int* out) {
+    const int y = mulhi16s(in[0] << 7, Cy), cb = in[1] << 7, cr = in[2] << 7;
+    out[0] = clamp8(adds16s(y, mulhi16s(cr, CrR) - OffR) >> 3);
+    out[1] = clamp8(subs16s(y, adds16s(mulhi16s(cb, CbG), mulhi16s(cr, CrG)) - OffG) >> 3);
+    out[2] = clamp8(adds16s(y, mulhi16s(cb, CbB) - OffB) >> 3);
+  }
+#if LUM_SIMD_SSE
+  template <class V>
+  static void block(const V* in, V* out) {
+    const V y = mulhi16s(sll16<7>(in[0]), splat<V>(Cy)), cb = sll16<7>(in[1]), cr = sll16<7>(in[2]);
+    out[0] = clamp8(sra16<3>(adds16s(y, sub16(mulhi16s(cr, splat<V>(CrR)), splat<V>(OffR)))));
+    out[1] = clamp8(sra16<3>(subs16s(y, sub16(adds16s(mulhi16s(cb, splat<V>(CbG)), mulhi16s(cr, splat<V>(CrG))), splat<V>(OffG)))));
+    out[2] = clamp8(sra16<3>(adds16s(y, sub16(mulhi16s(cb, splat<V>(CbB)), splat<V>(OffB)))));
+  }
+#endif
+};
+
+// IU5: chroma << 7 against Y << 4, saturating sums, rounded >> 4.
+struct IU5 {
+  static void pixel(const int* in, int* out) {
+    const int y = in[0] << 4, ud = (in[1] - 128) << 7, vd = (in[2] - 128) << 7;
+    out[0] = clamp8(adds16s(adds16s(y, mulhi16s(vd, 9338)), 8) >> 4);
+    out[1] = clamp8(adds16s(subs16s(y, adds16s(mulhi16s(ud, 3227), mulhi16s(vd, 4759))), 8) >> 4);
+    out[2] = clamp8(adds16s(adds16s(y, mulhi16s(ud, 16646)), 8) >> 4);
+  }
+#if LUM_SIMD_SSE
+  template <class V>
+  static void block(const V* in, V* out) {
+    const V y = sll16<4>(in[0]), eight = splat<V>(8);
+    const V ud = sll16<7>(sub16(in[1], splat<V>(128))), vd = sll16<7>(sub16(in[2], splat<V>(128)));
+    out[0] = clamp8(sra16<4>(adds16s(adds16s(y, mulhi16s(vd, splat<V>(9338))), eight)));
+    out[1] = clamp8(sra16<4>(adds16s(subs16s(y, adds16s(mulhi16s(ud, splat<V>(3227)), mulhi16s(vd, splat<V>(4759)))), eight)));
+    out[2] = clamp8(sra16<4>(adds16s(adds16s(y, mulhi16s(ud, splat<V>(16646))), eight)));
+  }
+#endif
+};
+
+// SU4: SU3 without any rounding add.
+using SU4 = SUTail<74711, 25821, 38076, 133169, 0, 0, 0>;
+}  // namespace cells420
+
+// IY4 with the 4:2:0 set: 4769, 8263, 1605, 3330, 6537, and offsets that carry a
+// rounding half (1779, 1089, 2211 against 1783, 1085, 2214 of 4:2:2).
+using IY4Cell = IYFolded<4769, 6537, 1605, 3330, 8263, 1779, 1089, 2211>;
+
+// IU2's coefficients at four times IU2's working scale: Y << 3, chroma << 6, then
+// >> 3 with no rounding. R and B equal IU2's; G truncates its two products more
+// finely and comes out one code above IU2 on some pixels.
+struct IU2Fine {
+  static void pixel(const int* in, int* out) {
+    const int y = in[0] << 3, u = (in[1] - 128) << 6, v = (in[2] - 128) << 6;
+    out[0] = clamp8(adds16s(y, mulhi16s(v, 9338)) >> 3);
+    out[1] = clamp8(adds16s(adds16s(y, mulhi16s(u, -3227)), mulhi16s(v, -4759)) >> 3);
+    out[2] = clamp8(adds16s(y, mulhi16s(u, 16645)) >> 3);
+  }
+#if LUM_SIMD_SSE
+  template <class V>
+  static void block(const V* in, V* out) {
+    const V y = sll16<3>(in[0]);
+    const V u = sll16<6>(sub16(in[1], splat<V>(128))), v = sll16<6>(sub16(in[2], splat<V>(128)));
+    out[0] = clamp8(sra16<3>(adds16s(y, mulhi16s(v, splat<V>(9338)))));
+    out[1] = clamp8(sra16<3>(adds16s(adds16s(y, mulhi16s(u, splat<V>(-3227))), mulhi16s(v, splat<V>(-4759)))));
+    out[2] = clamp8(sra16<3>(adds16s(y, mulhi16s(u, splat<V>(16645)))));
+  }
+#endif
+};
+
+// The 4:1:1 tail: a coefficient set of its own (76294 for Y, -25625 for Cb to G),
+// rounded like SY1: the Y offset is -16 * 76294 + 32768 = -1187936.
+using SY411 = SYTail<76294, 104595, 25625, 53281, 132186, 32768>;
+
+}  // namespace lum::form
