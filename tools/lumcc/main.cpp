@@ -35,7 +35,15 @@ void printHelp() {
       "  info          print the library version and build\n"
       "  help          print this text\n\n"
       "raw formats:\n");
-  for (const Format& f : formats()) std::printf("  %-12s %s\n", f.name.c_str(), f.description.c_str());
+  // One line a name: the BT.601 entry, marked when a BT.709 entry exists too.
+  for (const Format& f : formats()) {
+    const Format* base = findFormat(f.name, "601");
+    if (base != &f && base) continue;
+    const Format* alt = findFormat(f.name, "709");
+    const bool has709 = alt && alt->matrix == "709";
+    const char* mark = f.matrix == "709" ? " (--matrix 709 only)" : (has709 ? " [also --matrix 709]" : "");
+    std::printf("  %-12s %s%s\n", f.name.c_str(), f.description.c_str(), mark);
+  }
 }
 
 const char* statusName(LumStatus s) {
