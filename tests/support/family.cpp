@@ -16,6 +16,11 @@ std::vector<GuardedImage> makeImage(const ImageShape& s, LumSize roi, ImageOptio
 }  // namespace
 
 CallImages::CallImages(const FnCase& fc, LumSize roi, ImageOptions opt) {
+  if (fc.dense) {  // rows follow each other with no padding
+    opt.padBytes = 0;
+    opt.stepAlign = 1;
+    opt.stepOverride = 0;
+  }
   src = makeImage(fc.src, roi, opt);
   dst = makeImage(fc.dst, roi, opt);
   for (auto& g : src) {

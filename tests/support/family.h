@@ -68,6 +68,7 @@ struct FnCase {
   int widthStep = 1;                // widths tested are multiples of this (and minWidth)
   int heightStep = 1;
   LumStatus okStatus = lumStatusOk;  // status on a good call of a valid size
+  bool dense = false;                // takes no steps: images are allocated without row padding
 };
 
 // Holds the images of one call, source and destination, in guarded memory.

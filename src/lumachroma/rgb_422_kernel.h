@@ -1,0 +1,182 @@
+// Row kernels of the RGB <-> 4:2:2 conversions.
+//
+// Forward (PairsThenTail): a row is converted pair by pair; the block form takes
+// the pairs of the first width & ~(Cover - 1) pixels (vector steps of sixteen,
+// then one of eight where Cover allows, and the scalar twin for the rest), the
+// tail form the remaining whole pairs. An odd last pixel has no partner and is
+// not written.
+//
+// Inverse (ReplicatedRow): every pixel of a whole pair is converted by the
+// full-resolution kernel on its pair's chroma; an odd last pixel follows the
+// function's own rule (Odd*).
+#pragma once
+
+#include <climits>
+#include <cstdint>
+#include <type_traits>
+
+#include "frame/check.h"
+#include "frame/kernel.h"
+#include "lumachroma/rgb_422_layouts.h"
+
+namespace lum {
+
+namespace check {
+// Pointers null -> lumStatusNullPointer, then width below 2 or height below 1 ->
+// lumStatusBadSize (the 4:2:2 functions that need a whole pair).
+template <class... P>
+constexpr LumStatus nullThenWidth2(LumSize roi, const P*... p) {
+  if (anyNull(p...)) return lumStatusNullPointer;
+  if (badSize(roi, 2)) return lumStatusBadSize;
+  return lumStatusOk;
+}
+}  // namespace check
+
+// The planes of a layout advanced by x pixels (x even for 4:2:2 layouts).
+template <class L, class T>
+inline Planes<T> advancePixels(Planes<T> p, int x) {
+  if constexpr (requires { L::advance(p, x); }) {
+    return L::advance(p, x);
+  } else {
+    for (int i = 0; i < 4; ++i)
+      if (p.p[i]) p.p[i] += L::kBytes * x;
+    return p;
+  }
+}
+
+template <int Cover, class BlockForm, class TailForm, class Src, class Dst>
+struct PairsThenTail {
+  static_assert(Cover >= 2 && (Cover & (Cover - 1)) == 0, "blocks cover whole pairs");
+
+  // One pair at pixel x by a form's scalar rule.
+  template <class Form>
+  static void pairAt(const SrcPlanes& s, const DstPlanes& d, int x) {
+    layout::Px a, b, p;
+    Src::load(s, x, a);
+    Src::load(s, x + 1, b);
+    const int* prev = nullptr;
+    if constexpr (Form::kUsesPrev) {
+      if (x > 0) {
+        Src::load(s, x - 1, p);
+        prev = p.v;
+      }
+    }
+    int o[4];
+    Form::pair(prev, a.v, b.v, o);
+    Dst::storePair(d, x, o);
+  }
+
+#if LUM_SIMD_SSE
+  // N = 16 or 8 pixels at x by the block form's vector lanes.
+  template <int N>
+  static void vectorAt(const SrcPlanes& s, const DstPlanes& d, int x) {
+    layout::Vx a, b;
+    Src::load(s, x, a);
+    if constexpr (N == 16) Src::load(s, x + 8, b);
+    else b = a;  // the upper lanes are computed and dropped
+    layout::Px p;
+    const int* prev = nullptr;
+    if constexpr (BlockForm::kUsesPrev) {
+      if (x > 0) {
+        Src::load(s, x - 1, p);
+        prev = p.v;
+      }
+    }
+    form::Pairs16 o;
+    BlockForm::block(a.v, b.v, prev, o);
+    if constexpr (N == 16) Dst::store16(d, x, o);
+    else Dst::store8(d, x, o);
+  }
+#endif
+
+  static void row(const SrcPlanes& s, const DstPlanes& d, int width, const RowCtx& = {}) {
+    const int blockEnd = width & ~(Cover - 1), pairEnd = width & ~1;
+    int x = 0;
+#if LUM_SIMD_SSE
+    if (useVector()) {
+      for (; x + 16 <= blockEnd; x += 16) vectorAt<16>(s, d, x);
+      if (x + 8 <= blockEnd) {
+        vectorAt<8>(s, d, x);
+        x += 8;
+      }
+    }
+#endif
+    for (; x < blockEnd; x += 2) pairAt<BlockForm>(s, d, x);
+    for (; x < pairEnd; x += 2) pairAt<TailForm>(s, d, x);
+  }
+
+  static void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, const RowCtx& c = {}) {
+    for (int y = 0; y < roi.height; ++y) row(s.row(y), d.row(y), roi.width, c);
+  }
+};
+
+// Odd last pixel of a planar source: it has a chroma sample of its own (the
+// chroma rows hold width / 2 + 1 samples), so the tail form converts it.
+struct OddOwnChroma {
+  template <class Tail, class Src, class Dst, Alpha A>
+  static void last(const SrcPlanes& s, const DstPlanes& d, int width, const RowCtx& c) {
+    runPixels<Tail, Src, Dst, A>(s, d, width - 1, width, c);
+  }
+};
+
+// Odd last pixel of a packed source: a half pair, its luma and one chroma byte.
+// The other chroma is taken from the pair to the left.
+enum class Guard {
+  // A lone pixel (width 1) uses its one chroma byte as both.
+  Exact,
+  // The guard tests width >> 1 against 1: at width 3 the pixel's own chroma byte
+  // serves as both although a pair lies to the left, and at width 1 the byte
+  // where a left pair's chroma would be (before the row) is read. Kept as the
+  // YCbCr422 / CbYCr422 -> RGB kernels have always behaved.
+  OneOff,
+};
+// StoreAs: the layout this pixel is stored in, when it differs from the row's.
+template <Guard G, class StoreAs = void>
+struct OddHalfPair {
+  template <class Tail, class Src, class Dst, Alpha A>
+  static void last(const SrcPlanes& s, const DstPlanes& d, int width, const RowCtx& c) {
+    const int x = width - 1;
+    layout::Px in, out;
+    int c0;
+    Src::loadHalf(s, x, in.v[0], c0);
+    const bool fromLeft = G == Guard::Exact ? width >= 3 : (width >> 1) != 1;
+    const int c1 = fromLeft ? s.p[0][2 * x + Src::kLeftC1] : c0;
+    in.v[Src::kFirstChannel] = c0;
+    in.v[3 - Src::kFirstChannel] = c1;
+    in.v[3] = 0;
+    Tail::pixel(in.v, out.v);
+    lum::detail::setAlpha<A>(out, in, c);
+    using D = std::conditional_t<std::is_void_v<StoreAs>, Dst, StoreAs>;
+    D::template store<A != Alpha::Keep>(d, x, out);
+  }
+};
+
+template <int Cover, class BlockForm, class TailForm, class Src, class Dst, Alpha A, class Odd>
+struct ReplicatedRow {
+  using WholePairs = BlockThenTail<Cover, BlockForm, TailForm, Src, Dst, A, A>;
+  static void row(const SrcPlanes& s, const DstPlanes& d, int width, const RowCtx& c = {}) {
+    WholePairs::row(s, d, width & ~1, c);
+    if (width & 1) Odd::template last<TailForm, Src, Dst, A>(s, d, width, c);
+  }
+  static void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, const RowCtx& c = {}) {
+    for (int y = 0; y < roi.height; ++y) row(s.row(y), d.row(y), roi.width, c);
+  }
+};
+
+// Dense images (no row padding) fold into one long row when the width is even
+// and the image holds at least 256 pixels: the row kernel runs once over the
+// largest multiple of 8 of width * height pixels and once over the rest, so the
+// block and tail forms fall by position in that long row. Returns false when
+// the image does not fold (the caller then runs its row driver).
+template <class Kernel, class Src, class Dst>
+inline bool foldDense(LumSize roi, const SrcPlanes& s, const DstPlanes& d) {
+  const int64_t n = int64_t(roi.width) * roi.height;
+  // Beyond INT_MAX pixels one row cannot hold the image: those go row by row.
+  if (n < 256 || (roi.width & 1) || n > INT_MAX) return false;
+  const int n1 = int(n & ~int64_t(7)), rest = int(n - n1);
+  Kernel::row(s, d, n1);
+  if (rest) Kernel::row(advancePixels<Src>(s, n1), advancePixels<Dst>(d, n1), rest);
+  return true;
+}
+
+}  // namespace lum
