@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "lumachroma/rgb_422_avx2.h"
 #include "lumcc.h"
 #include "support/family.h"
 
@@ -273,7 +274,17 @@ TEST(Rgb422, NullStepArraysAreRefused) {
   }
 }
 
+// Runs a scope with the 256-bit blocks off, so that the 128-bit ones run.
+struct NarrowOnly {
+  NarrowOnly() { lum::wide::setEnabled(false); }
+  ~NarrowOnly() { lum::wide::setEnabled(true); }
+};
+
+// Where the processor has AVX2 the vector path starts with the 256-bit blocks;
+// both widths must give the scalar twins' bytes.
 TEST(Rgb422, VectorBlocksMatchScalarTwinsAtEveryWidth) {
+  for (const auto& c : cases()) checkVectorMatchesScalar(c.fc, blockWidths(), 3);
+  NarrowOnly narrow;
   for (const auto& c : cases()) checkVectorMatchesScalar(c.fc, blockWidths(), 3);
 }
 
@@ -773,7 +784,10 @@ TEST(Rgb422, OutputsMatchIndependentDigests) {
     // the kernel of all-aligned calls
     {"RGBToYUV422_C3P3R aligned", 0x7263B9CDu},
   };
+  for (int narrowOnly = 0; narrowOnly < 2; ++narrowOnly)
   for (const Digest& dg : digests) {
+    lum::wide::setEnabled(narrowOnly == 0);
+    SCOPED_TRACE(narrowOnly ? "128-bit blocks" : "widest blocks");
     std::string name = dg.name;
     const bool aligned = name.ends_with(" aligned");
     if (aligned) name.resize(name.size() - 8);
@@ -800,4 +814,5 @@ TEST(Rgb422, OutputsMatchIndependentDigests) {
     for (uint8_t b : ci.destinationBytes()) h = (h ^ b) * 0x01000193u;
     EXPECT_EQ(h, dg.fnv);
   }
+  lum::wide::setEnabled(true);
 }

@@ -17,6 +17,7 @@
 
 #include "frame/check.h"
 #include "frame/kernel.h"
+#include "lumachroma/rgb_422_avx2.h"
 #include "lumachroma/rgb_422_layouts.h"
 
 namespace lum {
@@ -43,6 +44,67 @@ inline Planes<T> advancePixels(Planes<T> p, int x) {
     return p;
   }
 }
+
+// The 256-bit blocks: which forms and layouts have one. A kernel asks once per
+// call whether they may run (useVector() and the processor), then gives them
+// the first whole groups of sixteen pixels of its block part; the 128-bit
+// blocks and the scalar twin go on from there, so the forms fall on the same
+// pixels whichever ran.
+namespace widen {
+#if LUM_SIMD_SSE
+template <class L> inline constexpr int pix = -1;
+template <> inline constexpr int pix<layout::RGB> = int(wide::Pix::RGB);
+template <> inline constexpr int pix<layout::BGR> = int(wide::Pix::BGR);
+template <> inline constexpr int pix<layout::RGBA> = int(wide::Pix::RGBA);
+template <> inline constexpr int pix<layout::BGRA> = int(wide::Pix::BGRA);
+template <> inline constexpr int pix<layout::P3> = int(wide::Pix::P3);
+template <bool A> inline constexpr int pix<layout422::C2<true, true, A>> = int(wide::Pix::YCbCr422);
+template <bool A> inline constexpr int pix<layout422::C2<false, true, A>> = int(wide::Pix::CbYCr422);
+template <bool A> inline constexpr int pix<layout422::C2<true, false, A>> = int(wide::Pix::YCrCb422);
+template <> inline constexpr int pix<layout422::P3h> = int(wide::Pix::P3h);
+template <class L> constexpr bool isPairs = pix<L> >= int(wide::Pix::YCbCr422) && pix<L> != int(wide::Pix::P3);
+template <class L> constexpr bool isPixels = (pix<L> >= 0 && pix<L> <= int(wide::Pix::BGRA)) || pix<L> == int(wide::Pix::P3);
+
+// Inverse forms with a wide block: the rounded IY scheme.
+template <class Form> struct Inverse { static constexpr bool kHas = false; };
+template <int Cy, int CrR, int CbG, int CrG, int CbB, int Round, int Shift>
+struct Inverse<form::IYRounded<Cy, CrR, CbG, CrG, CbB, Round, Shift>> {
+  static constexpr bool kHas = true;
+  static constexpr wide::IYParams kParams{Cy, CrR, CbG, CrG, CbB, Round, Shift};
+};
+// Its destinations: three-byte pixels, or four with alpha written as aval.
+template <class Form, class Src, class Dst, Alpha A>
+constexpr bool inverseHas = Inverse<Form>::kHas && isPairs<Src> &&
+                            (pix<Dst> == int(wide::Pix::RGB) || pix<Dst> == int(wide::Pix::BGR) ||
+                             ((pix<Dst> == int(wide::Pix::RGBA) || pix<Dst> == int(wide::Pix::BGRA)) &&
+                              (A == Alpha::Aval || A == Alpha::Zero)));
+
+// Forward forms with a wide block.
+template <class Form> struct Forward { static constexpr bool kHas = false; };
+template <> struct Forward<form::PairForm<form::FY1, form::FC1>> {
+  static constexpr bool kHas = true;
+  static constexpr wide::PairForm kForm = wide::PairForm::FY1FC1;
+};
+template <> struct Forward<form::PairHighMul> {
+  static constexpr bool kHas = true;
+  static constexpr wide::PairForm kForm = wide::PairForm::HighMul;
+};
+template <class Form, class Src, class Dst>
+constexpr bool forwardHas = Forward<Form>::kHas && isPixels<Src> && isPairs<Dst>;
+
+inline wide::Rows rows(const SrcPlanes& s, const DstPlanes& d) {
+  return wide::Rows{{s.p[0], s.p[1], s.p[2]}, {d.p[0], d.p[1], d.p[2]}};
+}
+#endif
+// True when this call may run the 256-bit blocks.
+inline bool allowed() {
+#if LUM_SIMD_SSE
+  return useVector() && wide::enabled();
+#else
+  return false;
+#endif
+}
+}  // namespace widen
 
 template <int Cover, class BlockForm, class TailForm, class Src, class Dst>
 struct PairsThenTail {
@@ -89,10 +151,16 @@ struct PairsThenTail {
   }
 #endif
 
-  static void row(const SrcPlanes& s, const DstPlanes& d, int width, const RowCtx& = {}) {
+  static void row(const SrcPlanes& s, const DstPlanes& d, int width, const RowCtx& = {},
+                  bool wideOn = widen::allowed()) {
     const int blockEnd = width & ~(Cover - 1), pairEnd = width & ~1;
     int x = 0;
 #if LUM_SIMD_SSE
+    if constexpr (widen::forwardHas<BlockForm, Src, Dst>) {
+      if (wideOn && (x = blockEnd & ~15) > 0)
+        wide::pairs(widen::Forward<BlockForm>::kForm, wide::Pix(widen::pix<Src>), wide::Pix(widen::pix<Dst>),
+                    widen::rows(s, d), x);
+    }
     if (useVector()) {
       for (; x + 16 <= blockEnd; x += 16) vectorAt<16>(s, d, x);
       if (x + 8 <= blockEnd) {
@@ -106,7 +174,8 @@ struct PairsThenTail {
   }
 
   static void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, const RowCtx& c = {}) {
-    for (int y = 0; y < roi.height; ++y) row(s.row(y), d.row(y), roi.width, c);
+    const bool wideOn = widen::allowed();
+    for (int y = 0; y < roi.height; ++y) row(s.row(y), d.row(y), roi.width, c, wideOn);
   }
 };
 
@@ -154,12 +223,24 @@ struct OddHalfPair {
 template <int Cover, class BlockForm, class TailForm, class Src, class Dst, Alpha A, class Odd>
 struct ReplicatedRow {
   using WholePairs = BlockThenTail<Cover, BlockForm, TailForm, Src, Dst, A, A>;
-  static void row(const SrcPlanes& s, const DstPlanes& d, int width, const RowCtx& c = {}) {
-    WholePairs::row(s, d, width & ~1, c);
+  static void row(const SrcPlanes& s, const DstPlanes& d, int width, const RowCtx& c = {},
+                  bool wideOn = widen::allowed()) {
+    // The 256-bit blocks take whole groups of 16 of the block part (a multiple of
+    // Cover), so the rest splits into block and tail where the whole row would.
+    int done = 0;
+#if LUM_SIMD_SSE
+    if constexpr (widen::inverseHas<BlockForm, Src, Dst, A>) {
+      if (wideOn && (done = (width & ~1) & ~(Cover - 1) & ~15) > 0)
+        wide::replicatedIY(widen::Inverse<BlockForm>::kParams, wide::Pix(widen::pix<Src>),
+                           wide::Pix(widen::pix<Dst>), widen::rows(s, d), done, A == Alpha::Aval ? c.aval : 0);
+    }
+#endif
+    WholePairs::row(advancePixels<Src>(s, done), advancePixels<Dst>(d, done), (width & ~1) - done, c);
     if (width & 1) Odd::template last<TailForm, Src, Dst, A>(s, d, width, c);
   }
   static void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, const RowCtx& c = {}) {
-    for (int y = 0; y < roi.height; ++y) row(s.row(y), d.row(y), roi.width, c);
+    const bool wideOn = widen::allowed();
+    for (int y = 0; y < roi.height; ++y) row(s.row(y), d.row(y), roi.width, c, wideOn);
   }
 };
 
