@@ -155,6 +155,7 @@ struct PairsThenTail {
                   bool wideOn = widen::allowed()) {
     const int blockEnd = width & ~(Cover - 1), pairEnd = width & ~1;
     int x = 0;
+    (void)wideOn;
 #if LUM_SIMD_SSE
     if constexpr (widen::forwardHas<BlockForm, Src, Dst>) {
       if (wideOn && (x = blockEnd & ~15) > 0)
@@ -228,6 +229,7 @@ struct ReplicatedRow {
     // The 256-bit blocks take whole groups of 16 of the block part (a multiple of
     // Cover), so the rest splits into block and tail where the whole row would.
     int done = 0;
+    (void)wideOn;
 #if LUM_SIMD_SSE
     if constexpr (widen::inverseHas<BlockForm, Src, Dst, A>) {
       if (wideOn && (done = (width & ~1) & ~(Cover - 1) & ~15) > 0)
