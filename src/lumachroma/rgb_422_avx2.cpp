@@ -86,20 +86,17 @@ void loadC3(const uint8_t* p, Order o, W out[3]) {
                          _mm256_shuffle_epi8(b, mask(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 1, Z, 4, Z, 7, Z)));
   for (int k = 0; k < 3; ++k) out[o.c[k]] = m[k];
 }
-// Four-byte pixels (the fourth byte is not read into any value): each memory
-// byte k gathered as 16-bit lanes, pixels 0..3 and 8..11 in the low half, then
-// put in order.
-void loadC4(const uint8_t* p, Order o, W out[3]) {
-  const W a = load32(p), b = load32(p + 32);
-  const W lo[3] = {mask(0, Z, 4, Z, 8, Z, 12, Z, Z, Z, Z, Z, Z, Z, Z, Z),
-                   mask(1, Z, 5, Z, 9, Z, 13, Z, Z, Z, Z, Z, Z, Z, Z, Z),
-                   mask(2, Z, 6, Z, 10, Z, 14, Z, Z, Z, Z, Z, Z, Z, Z, Z)};
-  const W hi[3] = {mask(Z, Z, Z, Z, Z, Z, Z, Z, 0, Z, 4, Z, 8, Z, 12, Z),
-                   mask(Z, Z, Z, Z, Z, Z, Z, Z, 1, Z, 5, Z, 9, Z, 13, Z),
-                   mask(Z, Z, Z, Z, Z, Z, Z, Z, 2, Z, 6, Z, 10, Z, 14, Z)};
-  for (int k = 0; k < 3; ++k)
-    out[o.c[k]] = _mm256_permute4x64_epi64(
-        _mm256_or_si256(_mm256_shuffle_epi8(a, lo[k]), _mm256_shuffle_epi8(b, hi[k])), 0xD8);
+// Four-byte pixels (the fourth byte is not read into any value), by shifts and
+// one pack per channel. The pack leaves the pixels in split order: pixels 0..3
+// and 8..11 in the low half, 4..7 and 12..15 in the high half. Pairs stay
+// adjacent, so the forms run on them unchanged and the stores put them back.
+void loadC4Split(const uint8_t* p, Order o, W out[3]) {
+  const W a = load32(p), b = load32(p + 32), low = _mm256_set1_epi32(0xFF);
+  out[o.c[0]] = _mm256_packus_epi32(_mm256_and_si256(a, low), _mm256_and_si256(b, low));
+  out[o.c[1]] = _mm256_packus_epi32(_mm256_and_si256(_mm256_srli_epi32(a, 8), low),
+                                    _mm256_and_si256(_mm256_srli_epi32(b, 8), low));
+  out[o.c[2]] = _mm256_packus_epi32(_mm256_and_si256(_mm256_srli_epi32(a, 16), low),
+                                    _mm256_and_si256(_mm256_srli_epi32(b, 16), low));
 }
 void loadP3(const uint8_t* const* p, int x, W out[3]) {
   for (int k = 0; k < 3; ++k) out[k] = bytes16(load16(p[k] + x));
@@ -190,7 +187,16 @@ void replicatedTo(const IY& f, Pix dst, const Rows& r, int n, int aval, Load loa
 
 // ---- forward forms on sixteen pixels and on the sums of their pairs
 
-W pairSums(W a, W b) { return _mm256_permute4x64_epi64(_mm256_hadd_epi16(a, b), 0xD8); }
+// Pair sums of 32 pixels (a: pixels 0..15, b: 16..31). In natural order the
+// result is pairs 0..7 | 8..15. In split order it stays as the halves give it:
+// pairs 0 1 4 5 8 9 12 13 | 2 3 6 7 10 11 14 15, which the stores undo.
+template <bool Split>
+W pairSums(W a, W b) {
+  const W h = _mm256_hadd_epi16(a, b);
+  return Split ? h : _mm256_permute4x64_epi64(h, 0xD8);
+}
+// Groups of four 32-bit lanes 0 2 4 6 | 1 3 5 7 back to 0..7.
+W unsplit32(W v) { return _mm256_permutevar8x32_epi32(v, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7)); }
 
 // FY1 luma, as FY1::block.
 W fy1(const W* p) {
@@ -247,9 +253,9 @@ void highMulC(W sR, W sG, W sB, W& cb, W& cr) {
 struct Out32 {
   W ya, yb, cb, cr;
 };
-template <PairForm F>
+template <PairForm F, bool Split>
 [[gnu::always_inline]] inline void forwardBlock(const W* a, const W* b, Out32& o) {
-  const W sR = pairSums(a[0], b[0]), sG = pairSums(a[1], b[1]), sB = pairSums(a[2], b[2]);
+  const W sR = pairSums<Split>(a[0], b[0]), sG = pairSums<Split>(a[1], b[1]), sB = pairSums<Split>(a[2], b[2]);
   if constexpr (F == PairForm::FY1FC1) {
     o.ya = fy1(a);
     o.yb = fy1(b);
@@ -261,21 +267,40 @@ template <PairForm F>
   }
 }
 
+// Lumas of 32 pixels as bytes in order. In split order packing gives groups of
+// four pixels 0 2 4 6 | 1 3 5 7.
+template <bool Split>
+W lumaBytes(const Out32& o) {
+  const W y = _mm256_packus_epi16(o.ya, o.yb);
+  return Split ? unsplit32(y) : _mm256_permute4x64_epi64(y, 0xD8);
+}
+// One chroma plane's 16 bytes in pair order.
+template <bool Split>
+__m128i chromaBytes(W c) {
+  const W v = _mm256_packus_epi16(c, c);
+  if constexpr (Split)  // byte pairs (0 1)(4 5)(8 9)(12 13) | (2 3)(6 7)(10 11)(14 15)
+    return _mm_unpacklo_epi16(_mm256_castsi256_si128(v), _mm256_extracti128_si256(v, 1));
+  else
+    return _mm256_castsi256_si128(_mm256_permute4x64_epi64(v, 0x08));
+}
+
 // Packed 4:2:2 destination: 32 pixels (64 bytes) or the first 16 (32 bytes).
+template <bool Split>
 void storeC2(uint8_t* p, bool lumaFirst, bool cbFirst, const Out32& o, bool half) {
-  const W y = _mm256_permute4x64_epi64(_mm256_packus_epi16(o.ya, o.yb), 0xD8);  // pixels 0..31
+  const W y = lumaBytes<Split>(o);  // pixels 0..15 | 16..31
   const W cc = cbFirst ? _mm256_packus_epi16(o.cb, o.cr) : _mm256_packus_epi16(o.cr, o.cb);
-  const W c = _mm256_unpacklo_epi8(cc, _mm256_srli_si256(cc, 8));  // chroma bytes of pairs 0..7 | 8..15
+  W c = _mm256_unpacklo_epi8(cc, _mm256_srli_si256(cc, 8));  // chroma byte pairs of the pairs, per half
+  if constexpr (Split) c = unsplit32(c);
   const W lo = lumaFirst ? _mm256_unpacklo_epi8(y, c) : _mm256_unpacklo_epi8(c, y);
   const W hi = lumaFirst ? _mm256_unpackhi_epi8(y, c) : _mm256_unpackhi_epi8(c, y);
   store32(p, _mm256_permute2x128_si256(lo, hi, 0x20));
   if (!half) store32(p + 32, _mm256_permute2x128_si256(lo, hi, 0x31));
 }
 // Planar 4:2:2 destination.
+template <bool Split>
 void storeP3h(uint8_t* const* p, int x, const Out32& o, bool half) {
-  const W y = _mm256_permute4x64_epi64(_mm256_packus_epi16(o.ya, o.yb), 0xD8);
-  const __m128i cb = _mm256_castsi256_si128(_mm256_permute4x64_epi64(_mm256_packus_epi16(o.cb, o.cb), 0x08));
-  const __m128i cr = _mm256_castsi256_si128(_mm256_permute4x64_epi64(_mm256_packus_epi16(o.cr, o.cr), 0x08));
+  const W y = lumaBytes<Split>(o);
+  const __m128i cb = chromaBytes<Split>(o.cb), cr = chromaBytes<Split>(o.cr);
   if (half) {
     store16(p[0] + x, _mm256_castsi256_si128(y));
     store8(p[1] + x / 2, cb);
@@ -287,7 +312,7 @@ void storeP3h(uint8_t* const* p, int x, const Out32& o, bool half) {
   }
 }
 
-template <PairForm F, class Load, class Store>
+template <PairForm F, bool Split, class Load, class Store>
 void forwardLoop(int n, Load load, Store store) {
   int x = 0;
   for (; x + 32 <= n; x += 32) {
@@ -295,38 +320,36 @@ void forwardLoop(int n, Load load, Store store) {
     load(x, a);
     load(x + 16, b);
     Out32 o;
-    forwardBlock<F>(a, b, o);
+    forwardBlock<F, Split>(a, b, o);
     store(x, o, false);
   }
   if (x + 16 <= n) {
     W a[3];
     load(x, a);
     Out32 o;
-    forwardBlock<F>(a, a, o);
+    forwardBlock<F, Split>(a, a, o);
     store(x, o, true);
   }
 }
 
-template <class Load, class Store>
-void forwardForm(PairForm f, int n, Load load, Store store) {
-  if (f == PairForm::FY1FC1) forwardLoop<PairForm::FY1FC1>(n, load, store);
-  else forwardLoop<PairForm::HighMul>(n, load, store);
-}
-
-template <class Load>
+template <bool Split, class Load>
 void forwardTo(PairForm f, Pix dst, const Rows& r, int n, Load load) {
+  auto run = [&](auto store) {
+    if (f == PairForm::FY1FC1) forwardLoop<PairForm::FY1FC1, Split>(n, load, store);
+    else forwardLoop<PairForm::HighMul, Split>(n, load, store);
+  };
   switch (dst) {
     case Pix::YCbCr422:
-      forwardForm(f, n, load, [&](int x, const Out32& o, bool h) { storeC2(r.dst[0] + 2 * x, true, true, o, h); });
+      run([&](int x, const Out32& o, bool h) { storeC2<Split>(r.dst[0] + 2 * x, true, true, o, h); });
       break;
     case Pix::YCrCb422:
-      forwardForm(f, n, load, [&](int x, const Out32& o, bool h) { storeC2(r.dst[0] + 2 * x, true, false, o, h); });
+      run([&](int x, const Out32& o, bool h) { storeC2<Split>(r.dst[0] + 2 * x, true, false, o, h); });
       break;
     case Pix::CbYCr422:
-      forwardForm(f, n, load, [&](int x, const Out32& o, bool h) { storeC2(r.dst[0] + 2 * x, false, true, o, h); });
+      run([&](int x, const Out32& o, bool h) { storeC2<Split>(r.dst[0] + 2 * x, false, true, o, h); });
       break;
     case Pix::P3h:
-      forwardForm(f, n, load, [&](int x, const Out32& o, bool h) { storeP3h(r.dst, x, o, h); });
+      run([&](int x, const Out32& o, bool h) { storeP3h<Split>(r.dst, x, o, h); });
       break;
     default:
       break;
@@ -359,14 +382,14 @@ void pairs(PairForm f, Pix src, Pix dst, const Rows& r, int n) {
   switch (src) {
     case Pix::RGB:
     case Pix::BGR:
-      forwardTo(f, dst, r, n, [&](int x, W* o) { loadC3(r.src[0] + 3 * x, orderOf(src), o); });
+      forwardTo<false>(f, dst, r, n, [&](int x, W* o) { loadC3(r.src[0] + 3 * x, orderOf(src), o); });
       break;
     case Pix::RGBA:
     case Pix::BGRA:
-      forwardTo(f, dst, r, n, [&](int x, W* o) { loadC4(r.src[0] + 4 * x, orderOf(src), o); });
+      forwardTo<true>(f, dst, r, n, [&](int x, W* o) { loadC4Split(r.src[0] + 4 * x, orderOf(src), o); });
       break;
     case Pix::P3:
-      forwardTo(f, dst, r, n, [&](int x, W* o) { loadP3(r.src, x, o); });
+      forwardTo<false>(f, dst, r, n, [&](int x, W* o) { loadP3(r.src, x, o); });
       break;
     default:
       break;

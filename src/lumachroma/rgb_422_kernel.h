@@ -257,8 +257,9 @@ inline bool foldDense(LumSize roi, const SrcPlanes& s, const DstPlanes& d) {
   // Beyond INT_MAX pixels one row cannot hold the image: those go row by row.
   if (n < 256 || (roi.width & 1) || n > INT_MAX) return false;
   const int n1 = int(n & ~int64_t(7)), rest = int(n - n1);
-  Kernel::row(s, d, n1);
-  if (rest) Kernel::row(advancePixels<Src>(s, n1), advancePixels<Dst>(d, n1), rest);
+  const bool wideOn = widen::allowed();
+  Kernel::row(s, d, n1, RowCtx{}, wideOn);
+  if (rest) Kernel::row(advancePixels<Src>(s, n1), advancePixels<Dst>(d, n1), rest, RowCtx{}, wideOn);
   return true;
 }
 
