@@ -162,7 +162,7 @@ struct PairsThenTail {
         wide::pairs(widen::Forward<BlockForm>::kForm, wide::Pix(widen::pix<Src>), wide::Pix(widen::pix<Dst>),
                     widen::rows(s, d), x);
     }
-    if (useVector()) {
+    if (x < blockEnd && useVector()) {
       for (; x + 16 <= blockEnd; x += 16) vectorAt<16>(s, d, x);
       if (x + 8 <= blockEnd) {
         vectorAt<8>(s, d, x);
@@ -224,6 +224,17 @@ struct OddHalfPair {
 template <int Cover, class BlockForm, class TailForm, class Src, class Dst, Alpha A, class Odd>
 struct ReplicatedRow {
   using WholePairs = BlockThenTail<Cover, BlockForm, TailForm, Src, Dst, A, A>;
+
+  // What the 256-bit blocks leave of a row: the rest of the whole pairs by the
+  // 128-bit blocks and the tail, then an odd last pixel. Kept out of line so
+  // that the row loop around the wide blocks stays small.
+  [[gnu::noinline]] static void finish(const SrcPlanes& s, const DstPlanes& d, int width, int done,
+                                       const RowCtx& c) {
+    if (const int rest = (width & ~1) - done; rest > 0)
+      WholePairs::row(advancePixels<Src>(s, done), advancePixels<Dst>(d, done), rest, c);
+    if (width & 1) Odd::template last<TailForm, Src, Dst, A>(s, d, width, c);
+  }
+
   static void row(const SrcPlanes& s, const DstPlanes& d, int width, const RowCtx& c = {},
                   bool wideOn = widen::allowed()) {
     // The 256-bit blocks take whole groups of 16 of the block part (a multiple of
@@ -237,8 +248,7 @@ struct ReplicatedRow {
                            wide::Pix(widen::pix<Dst>), widen::rows(s, d), done, A == Alpha::Aval ? c.aval : 0);
     }
 #endif
-    WholePairs::row(advancePixels<Src>(s, done), advancePixels<Dst>(d, done), (width & ~1) - done, c);
-    if (width & 1) Odd::template last<TailForm, Src, Dst, A>(s, d, width, c);
+    if (done < width) finish(s, d, width, done, c);
   }
   static void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, const RowCtx& c = {}) {
     const bool wideOn = widen::allowed();
