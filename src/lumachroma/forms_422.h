@@ -1,0 +1,452 @@
+// Arithmetic forms of the RGB <-> 4:2:2 conversions, beside the full-resolution
+// forms they build on (forms.h).
+//
+// Forward forms work on a pixel pair: pair(prev, a, b, out) takes the pair's two
+// pixels a and b (R, G, B) and, for the one form that filters across pairs, the
+// pixel before the pair (prev, null at a row's start); it writes Y0, Y1, Cb (U),
+// Cr (V). Chroma comes from the pair's sums sR = Ra + Rb and so on: the mean
+// colour of the pair. Block forms also have block(): sixteen pixels (two groups
+// of eight 16-bit lanes) to sixteen lumas and eight chroma pairs, computing the
+// same lanes as pair().
+//
+// Inverse forms are full-resolution forms (pixel() and block() on Y, Cb, Cr):
+// both pixels of a pair see the same chroma, which the 4:2:2 layouts replicate.
+#pragma once
+
+#include "lumachroma/forms.h"
+
+namespace lum::form {
+
+#if LUM_SIMD_SSE
+// Sixteen pixels of a forward block: lumas of pixels 0..7 and 8..15, chroma of
+// the eight pairs (lane k is the pair of pixels 2k, 2k+1).
+struct Pairs16 {
+  V y[2];
+  V cb, cr;
+};
+
+// Sums of adjacent lanes: lane k of the result is a[2k] + a[2k+1] for k < 4 and
+// b[2k-8] + b[2k-7] above, the pair sums of sixteen pixels.
+inline V pairSums(V a, V b) { return _mm_hadd_epi16(a, b); }
+// Even lanes of a then b (16-bit values in range): pixels 0, 2, .., 14 of sixteen.
+inline V evenLanes(V a, V b) {
+  return _mm_packs_epi32(_mm_srai_epi32(_mm_slli_epi32(a, 16), 16), _mm_srai_epi32(_mm_slli_epi32(b, 16), 16));
+}
+// Odd lanes of a then b: pixels 1, 3, .., 15 of sixteen.
+inline V oddLanes(V a, V b) { return _mm_packs_epi32(_mm_srai_epi32(a, 16), _mm_srai_epi32(b, 16)); }
+#endif
+
+// ---------------------------------------------------------------------------
+// Forward YCbCr: pair mean
+// ---------------------------------------------------------------------------
+
+// FC1: block chroma of a pair's sums. The sum shifted left by 6 stands at the
+// scale of one sample shifted by 7; 8224 is 128.5 at the working scale of 64.
+struct FC1 {
+  static int cb(int sR, int sG, int sB) {
+    return clamp8(s16(mulhrs16s(sB << 6, 7193) - mulhrs16s(sG << 6, 4768) - mulhrs16s(sR << 6, 2425) + 8224) >> 6);
+  }
+  static int cr(int sR, int sG, int sB) {
+    return clamp8(s16(mulhrs16s(sR << 6, 7193) - mulhrs16s(sG << 6, 6029) - mulhrs16s(sB << 6, 1163) + 8224) >> 6);
+  }
+#if LUM_SIMD_SSE
+  static void block(V sR, V sG, V sB, V& cb, V& cr) {
+    const V r = sll16<6>(sR), g = sll16<6>(sG), b = sll16<6>(sB), half = set16(8224);
+    cb = clamp8(sra16<6>(add16(sub16(sub16(mulhrs16s(b, set16(7193)), mulhrs16s(g, set16(4768))),
+                                     mulhrs16s(r, set16(2425))), half)));
+    cr = clamp8(sra16<6>(add16(sub16(sub16(mulhrs16s(r, set16(7193)), mulhrs16s(g, set16(6029))),
+                                     mulhrs16s(b, set16(1163))), half)));
+  }
+#endif
+};
+
+// A block form that takes each pixel's luma from a full-resolution form and the
+// pair's chroma from a form on the pair sums ("FY1 + FC1").
+template <class Luma, class Chroma>
+struct PairForm {
+  static constexpr bool kUsesPrev = false;
+  static void pair(const int*, const int* a, const int* b, int* out) {
+    out[0] = Luma::y(a[0], a[1], a[2]);
+    out[1] = Luma::y(b[0], b[1], b[2]);
+    out[2] = Chroma::cb(a[0] + b[0], a[1] + b[1], a[2] + b[2]);
+    out[3] = Chroma::cr(a[0] + b[0], a[1] + b[1], a[2] + b[2]);
+  }
+#if LUM_SIMD_SSE
+  static void block(const V* a, const V* b, const int*, Pairs16& o) {
+    V la[3], lb[3];  // the luma form's chroma lanes are unused and drop out when inlined
+    Luma::block(a, la);
+    Luma::block(b, lb);
+    o.y[0] = la[0];
+    o.y[1] = lb[0];
+    Chroma::block(pairSums(a[0], b[0]), pairSums(a[1], b[1]), pairSums(a[2], b[2]), o.cb, o.cr);
+  }
+#endif
+};
+
+// FY3 with a truncating constant: the odd pixel's luma in TC1, which can come
+// out one lower than the even pixel's for the same colour.
+struct FY3Trunc {
+  static int y(int r, int g, int b) { return ((16843 * r + 33030 * g + 6423 * b + 0x100000) >> 16) & 255; }
+};
+
+// Q17 chroma of a pair's sums with the offsets OffCb and OffCr, stored as the
+// low byte, or through CHOP_ARRAY (the same byte for 8-bit input).
+template <int OffCb, int OffCr, bool Chop = false>
+struct TCChroma {
+  static int put(int v) { return Chop ? CHOP_ARRAY[v] : (v & 255); }
+  static int cb(int sR, int sG, int sB) { return put((-9699 * sR - 19071 * sG + 28770 * sB + OffCb) >> 17); }
+  static int cr(int sR, int sG, int sB) { return put((28770 * sR - 24117 * sG - 4653 * sB + OffCr) >> 17); }
+};
+
+// A tail form: even and odd luma by their own rules, chroma of the pair sums.
+template <class YEven, class YOdd, class Chroma>
+struct TailPair {
+  static constexpr bool kUsesPrev = false;
+  static void pair(const int*, const int* a, const int* b, int* out) {
+    out[0] = YEven::y(a[0], a[1], a[2]);
+    out[1] = YOdd::y(b[0], b[1], b[2]);
+    out[2] = Chroma::cb(a[0] + b[0], a[1] + b[1], a[2] + b[2]);
+    out[3] = Chroma::cr(a[0] + b[0], a[1] + b[1], a[2] + b[2]);
+  }
+};
+
+// TC1: chroma rounded at 128.5 (0x1010000 in Q17); the odd luma truncates.
+using TC1 = TailPair<FY3, FY3Trunc, TCChroma<0x1010000, 0x1010000>>;
+// TC1 with its chroma through CHOP_ARRAY (planar-source kernels).
+using TC1Chop = TailPair<FY3, FY3Trunc, TCChroma<0x1010000, 0x1010000, true>>;
+// TC2: both lumas FY3; chroma at 128.125 (0x1004000), a quarter of TC1's rounding.
+using TC2 = TailPair<FY3, FY3, TCChroma<0x1004000, 0x1004000>>;
+// The tail of the BGRA -> CbYCr422 kernel: TC1 with FY3 on both pixels and Cr's
+// constant two lower (0xFF0002 where TC1 subtracts 0xFF0000).
+using TC1Y3 = TailPair<FY3, FY3, TCChroma<0x1010000, 0x1010000 - 2>>;
+
+// ---------------------------------------------------------------------------
+// Forward YCbCr: three-tap chroma across pairs (RGB -> CbYCr422)
+// ---------------------------------------------------------------------------
+
+// Chroma of pair (x, x+1) weighs pixels x-1, x, x+1 by 1/4, 1/2, 1/4. The pixel
+// before the first pair of a row counts as zero chroma, so that pair falls short
+// of the others towards 128: kept as the kernel has always done.
+
+// Block: each pixel's term is a sum of Q15 products each rounded for itself
+// (samples << 7), with the full coefficients for the pair's even pixel and the
+// half coefficients for its two neighbours; 16448 is 128.5 at the scale of 128.
+// Main, G and other channel coefficients: full and half.
+template <int MainF, int GF, int OtherF, int MainH, int GH, int OtherH>
+struct ThreeTapTerms {
+  // Term of a pixel by the full or the half coefficients; main is the channel with
+  // the positive coefficient (B for Cb, R for Cr).
+  static int full(int main, int g, int other) {
+    return mulhrs16s(main << 7, MainF) - mulhrs16s(g << 7, GF) - mulhrs16s(other << 7, OtherF);
+  }
+  static int half(int main, int g, int other) {
+    return mulhrs16s(main << 7, MainH) - mulhrs16s(g << 7, GH) - mulhrs16s(other << 7, OtherH);
+  }
+#if LUM_SIMD_SSE
+  static V full(V main, V g, V other) {
+    return sub16(sub16(mulhrs16s(sll16<7>(main), set16(MainF)), mulhrs16s(sll16<7>(g), set16(GF))),
+                 mulhrs16s(sll16<7>(other), set16(OtherF)));
+  }
+  static V half(V main, V g, V other) {
+    return sub16(sub16(mulhrs16s(sll16<7>(main), set16(MainH)), mulhrs16s(sll16<7>(g), set16(GH))),
+                 mulhrs16s(sll16<7>(other), set16(OtherH)));
+  }
+#endif
+};
+// The half of 2425 is taken as 1213: like 3015 and 582, the halves of the
+// subtracted coefficients round up.
+using ThreeTapCb = ThreeTapTerms<7193, 4768, 2425, 3596, 2384, 1213>;
+using ThreeTapCr = ThreeTapTerms<7193, 6029, 1163, 3596, 3015, 582>;
+
+struct ThreeTapBlock {
+  static constexpr bool kUsesPrev = true;
+  static void pair(const int* prev, const int* a, const int* b, int* out) {
+    out[0] = FY1::y(a[0], a[1], a[2]);
+    out[1] = FY1::y(b[0], b[1], b[2]);
+    const int pCb = prev ? ThreeTapCb::half(prev[2], prev[1], prev[0]) : 0;
+    const int pCr = prev ? ThreeTapCr::half(prev[0], prev[1], prev[2]) : 0;
+    out[2] = clamp8(s16(ThreeTapCb::full(a[2], a[1], a[0]) + ThreeTapCb::half(b[2], b[1], b[0]) + pCb + 16448) >> 7);
+    out[3] = clamp8(s16(ThreeTapCr::full(a[0], a[1], a[2]) + ThreeTapCr::half(b[0], b[1], b[2]) + pCr + 16448) >> 7);
+  }
+#if LUM_SIMD_SSE
+  static void block(const V* a, const V* b, const int* prev, Pairs16& o) {
+    V la[3], lb[3];
+    FY1::block(a, la);
+    FY1::block(b, lb);
+    o.y[0] = la[0];
+    o.y[1] = lb[0];
+    const V re = evenLanes(a[0], b[0]), ge = evenLanes(a[1], b[1]), be = evenLanes(a[2], b[2]);
+    const V ro = oddLanes(a[0], b[0]), go = oddLanes(a[1], b[1]), bo = oddLanes(a[2], b[2]);
+    // The odd pixels' half terms serve their own pair and, one lane on, the next.
+    const V hCb = ThreeTapCb::half(bo, go, ro), hCr = ThreeTapCr::half(ro, go, bo);
+    const int pCb = prev ? ThreeTapCb::half(prev[2], prev[1], prev[0]) : 0;
+    const int pCr = prev ? ThreeTapCr::half(prev[0], prev[1], prev[2]) : 0;
+    const V prevCb = _mm_alignr_epi8(hCb, _mm_insert_epi16(_mm_setzero_si128(), pCb, 7), 14);
+    const V prevCr = _mm_alignr_epi8(hCr, _mm_insert_epi16(_mm_setzero_si128(), pCr, 7), 14);
+    const V off = set16(16448);
+    o.cb = clamp8(sra16<7>(add16(add16(add16(ThreeTapCb::full(be, ge, re), hCb), prevCb), off)));
+    o.cr = clamp8(sra16<7>(add16(add16(add16(ThreeTapCr::full(re, ge, be), hCr), prevCr), off)));
+  }
+#endif
+};
+
+// Tail: c(p) is the Q16 chroma sum of pixel p before its offset; each weight is a
+// truncating shift, and -0x7F8001 leaves 128.5 (less 1/65536) in the low byte.
+struct ThreeTapTail {
+  static constexpr bool kUsesPrev = true;
+  static int cCb(const int* p) { return -9699 * p[0] - 19071 * p[1] + 28770 * p[2]; }
+  static int cCr(const int* p) { return 28770 * p[0] - 24117 * p[1] - 4653 * p[2]; }
+  static void pair(const int* prev, const int* a, const int* b, int* out) {
+    out[0] = FY3::y(a[0], a[1], a[2]);
+    out[1] = FY3::y(b[0], b[1], b[2]);
+    const int pCb = prev ? cCb(prev) >> 2 : 0, pCr = prev ? cCr(prev) >> 2 : 0;
+    out[2] = (((cCb(a) >> 1) + pCb + (cCb(b) >> 2) - 0x7F8001) >> 16) & 255;
+    out[3] = (((cCr(a) >> 1) + pCr + (cCr(b) >> 2) - 0x7F8001) >> 16) & 255;
+  }
+};
+
+// ---------------------------------------------------------------------------
+// Forward YCbCr: the high-multiply block of BGRA -> CbYCr422
+// ---------------------------------------------------------------------------
+
+// Eight pixels a step. Luma: unsigned high products of the sample in the high
+// byte with Q15 0.257, 0.504, 0.098, plus 16.5 at the scale of 128 (2112), >> 7.
+// Chroma: the pair sums << 7 against Q15 halves of the tail's coefficients,
+// offset 16447 (128.5 at the scale of 128, one less so that the truncated
+// products round with the tail as often as they can), >> 7.
+struct PairHighMul {
+  static constexpr bool kUsesPrev = false;
+  static int y(int r, int g, int b) {
+    return clamp8((mulhi16u(r << 8, 8422) + mulhi16u(g << 8, 16515) + mulhi16u(b << 8, 3212) + 2112) >> 7);
+  }
+  static int cb(int sR, int sG, int sB) {
+    return clamp8((16447 + mulhi16u(sB << 7, 14385) - mulhi16u(sG << 7, 9535) - mulhi16u(sR << 7, 4850)) >> 7);
+  }
+  static int cr(int sR, int sG, int sB) {
+    return clamp8((16447 + mulhi16u(sR << 7, 14385) - mulhi16u(sG << 7, 12058) - mulhi16u(sB << 7, 2327)) >> 7);
+  }
+  static void pair(const int*, const int* a, const int* b, int* out) {
+    out[0] = y(a[0], a[1], a[2]);
+    out[1] = y(b[0], b[1], b[2]);
+    out[2] = cb(a[0] + b[0], a[1] + b[1], a[2] + b[2]);
+    out[3] = cr(a[0] + b[0], a[1] + b[1], a[2] + b[2]);
+  }
+#if LUM_SIMD_SSE
+  static V y(V r, V g, V b) {
+    return clamp8(srl16<7>(add16(add16(add16(mulhi16u(sll16<8>(r), set16(8422)), mulhi16u(sll16<8>(g), set16(16515))),
+                                       mulhi16u(sll16<8>(b), set16(3212))), set16(2112))));
+  }
+  static void block(const V* a, const V* b, const int*, Pairs16& o) {
+    o.y[0] = y(a[0], a[1], a[2]);
+    o.y[1] = y(b[0], b[1], b[2]);
+    const V sR = sll16<7>(pairSums(a[0], b[0])), sG = sll16<7>(pairSums(a[1], b[1]));
+    const V sB = sll16<7>(pairSums(a[2], b[2])), off = set16(16447);
+    o.cb = clamp8(srl16<7>(sub16(sub16(add16(off, mulhi16u(sB, set16(14385))), mulhi16u(sG, set16(9535))),
+                                 mulhi16u(sR, set16(4850)))));
+    o.cr = clamp8(srl16<7>(sub16(sub16(add16(off, mulhi16u(sR, set16(14385))), mulhi16u(sG, set16(12058))),
+                                 mulhi16u(sB, set16(2327)))));
+  }
+#endif
+};
+
+// ---------------------------------------------------------------------------
+// Forward YUV 4:2:2
+// ---------------------------------------------------------------------------
+
+// Luma at 64 times its value from high products of the samples << 7 with the
+// twice-luma coefficients 9798, 19235, 3736 (as FU2 has them).
+inline int yuvLuma64(int r, int g, int b) {
+  return mulhi16s(r << 7, 9798) + mulhi16s(g << 7, 19235) + mulhi16s(b << 7, 3736);
+}
+#if LUM_SIMD_SSE
+inline V yuvLuma64(V r, V g, V b) {
+  return add16(add16(mulhi16s(sll16<7>(r), set16(9798)), mulhi16s(sll16<7>(g), set16(19235))),
+               mulhi16s(sll16<7>(b), set16(3736)));
+}
+#endif
+
+// Block of the YUV 4:2:2 kernels. Luma is (l64 + KY) >> 6 per pixel. The chroma
+// difference d = (64 s - (l64a + l64b) + KD) >> 6 is the pair sum less the two
+// lumas, as the tail rounds it; U = d * 16121 and V = d * 28737 as high products.
+// KY and KD are the offsets at which these agree with the tail most often (the
+// three truncated products pull the luma down by about 1/64): KY 33 and KD 29
+// where the tail rounds by 32768, KY 1 and KD 61 where it truncates luma and
+// adds 65535 to the differences.
+template <int KY, int KD>
+struct YUV422Block {
+  static constexpr bool kUsesPrev = false;
+  static int diff(int s, int lsum) { return s16((s << 6) - lsum + KD) >> 6; }
+  static void pair(const int*, const int* a, const int* b, int* out) {
+    const int la = yuvLuma64(a[0], a[1], a[2]), lb = yuvLuma64(b[0], b[1], b[2]);
+    out[0] = clamp8((la + KY) >> 6);
+    out[1] = clamp8((lb + KY) >> 6);
+    out[2] = clamp8(mulhi16s(diff(a[2] + b[2], la + lb), 16121) + 128);
+    out[3] = clamp8(mulhi16s(diff(a[0] + b[0], la + lb), 28737) + 128);
+  }
+#if LUM_SIMD_SSE
+  static V diff(V s, V lsum) { return sra16<6>(add16(sub16(sll16<6>(s), lsum), set16(KD))); }
+  static void block(const V* a, const V* b, const int*, Pairs16& o) {
+    const V la = yuvLuma64(a[0], a[1], a[2]), lb = yuvLuma64(b[0], b[1], b[2]);
+    o.y[0] = clamp8(sra16<6>(add16(la, set16(KY))));
+    o.y[1] = clamp8(sra16<6>(add16(lb, set16(KY))));
+    const V lsum = pairSums(la, lb), c128 = set16(128);
+    o.cb = clamp8(add16(mulhi16s(diff(pairSums(a[2], b[2]), lsum), set16(16121)), c128));
+    o.cr = clamp8(add16(mulhi16s(diff(pairSums(a[0], b[0]), lsum), set16(28737)), c128));
+  }
+#endif
+};
+
+// Tail of the YUV 4:2:2 kernels: y32 per pixel (38470 for green), Y = (y32 +
+// RoundY) >> 16; the differences of the pair sums from ys = y32a + y32b are
+// rounded by RoundC in Q16, then scaled by 0.492 and 0.877 in Q17 (truncating).
+// U is stored as its low byte, V through CHOP_ARRAY.
+template <int RoundY, int RoundC>
+struct YUV422Tail {
+  static constexpr bool kUsesPrev = false;
+  static int y32(const int* p) { return 19595 * p[0] + 38470 * p[1] + 7471 * p[2]; }
+  static void pair(const int*, const int* a, const int* b, int* out) {
+    const int ya = y32(a), yb = y32(b), ys = ya + yb;
+    out[0] = (ya + RoundY) >> 16;
+    out[1] = (yb + RoundY) >> 16;
+    const int dB = (((a[2] + b[2]) << 16) - ys + RoundC) >> 16;
+    const int dR = (((a[0] + b[0]) << 16) - ys + RoundC) >> 16;
+    out[2] = (((dB * 32244) >> 17) + 128) & 255;
+    out[3] = CHOP_ARRAY[((dR * 57475) >> 17) + 128];
+  }
+};
+
+// innerRGBToYUV422_8u_C3C2R: rounded luma, differences rounded by 32768.
+using YUV422BlockC2 = YUV422Block<33, 29>;
+using YUV422TailC2 = YUV422Tail<32768, 32768>;
+// innerRGBToYUV422_8u_C3P3R and innerRGBToYUV422_8u_P3R: truncated luma, 65535.
+using YUV422BlockP3 = YUV422Block<1, 61>;
+using YUV422TailP3 = YUV422Tail<0, 65535>;
+
+// inner_V8_RGBToYUV422_8u_C3P3R, the aligned kernel: a Q15 form of its own, whose
+// values may differ from the general kernel's by one on some pixels.
+//
+// Tail: y = 9798 R + 19235 G + 3736 B in Q15, Y = y >> 15 per pixel (truncated,
+// as the general planar kernel). Chroma is the per-pixel rule
+//   U = (((32768 B - y + 16383) >> 15) * 16121 >> 15) - 128
+//   V = min(255, (((32768 R - y + 32767) >> 15) * 28737 >> 15) + 128)
+// taken at the pair's mean colour exactly (sums and doubled offsets, one more bit
+// of shift). V is limited at the top only and stored as its low byte, so a V
+// below zero wraps; the block below does the same.
+struct V8Tail {
+  static constexpr bool kUsesPrev = false;
+  static int y15(const int* p) { return 9798 * p[0] + 19235 * p[1] + 3736 * p[2]; }
+  static void pair(const int*, const int* a, const int* b, int* out) {
+    const int ya = y15(a), yb = y15(b), ys = ya + yb;
+    out[0] = ya >> 15;
+    out[1] = yb >> 15;
+    const int dB = (32768 * (a[2] + b[2]) - ys + 2 * 16383) >> 16;
+    const int dR = (32768 * (a[0] + b[0]) - ys + 2 * 32767) >> 16;
+    out[2] = (((dB * 16121) >> 15) - 128) & 255;
+    const int v = ((dR * 28737) >> 15) + 128;
+    out[3] = (v > 255 ? 255 : v) & 255;
+  }
+};
+
+// Block: luma at the scale of 64 from mulhrs16s of the samples << 7 with the
+// half coefficients 4899, 9617, 1868, truncated (>> 6). The pair's difference
+// D = 64 s - (l64a + l64b) is 128 times the mean colour's difference; it is
+// rounded to a whole code as the tail does (+63 for U, +127 for V, >> 7), then
+// mulhrs16s with 8061 and 14369 (0.492 and 0.877 halved) at the scale of 64.
+struct V8Block {
+  static constexpr bool kUsesPrev = false;
+  static int luma64(int r, int g, int b) {
+    return mulhrs16s(r << 7, 4899) + mulhrs16s(g << 7, 9617) + mulhrs16s(b << 7, 1868);
+  }
+  static int chroma(int s, int lsum, int round, int coef) {
+    const int d = s16((s << 6) - lsum + round) >> 7;
+    return (mulhrs16s(d << 7, coef) >> 6) + 128;
+  }
+  static void pair(const int*, const int* a, const int* b, int* out) {
+    const int la = luma64(a[0], a[1], a[2]), lb = luma64(b[0], b[1], b[2]);
+    out[0] = clamp8(la >> 6);
+    out[1] = clamp8(lb >> 6);
+    out[2] = clamp8(chroma(a[2] + b[2], la + lb, 63, 8061));
+    const int v = chroma(a[0] + b[0], la + lb, 127, 14369);
+    out[3] = (v > 255 ? 255 : v) & 255;
+  }
+#if LUM_SIMD_SSE
+  static V luma64(V r, V g, V b) {
+    return add16(add16(mulhrs16s(sll16<7>(r), set16(4899)), mulhrs16s(sll16<7>(g), set16(9617))),
+                 mulhrs16s(sll16<7>(b), set16(1868)));
+  }
+  static V chroma(V s, V lsum, int round, int coef) {
+    const V d = sra16<7>(add16(sub16(sll16<6>(s), lsum), set16(round)));
+    return add16(sra16<6>(mulhrs16s(sll16<7>(d), set16(coef))), set16(128));
+  }
+  static void block(const V* a, const V* b, const int*, Pairs16& o) {
+    const V la = luma64(a[0], a[1], a[2]), lb = luma64(b[0], b[1], b[2]);
+    o.y[0] = clamp8(sra16<6>(la));
+    o.y[1] = clamp8(sra16<6>(lb));
+    const V lsum = pairSums(la, lb);
+    o.cb = clamp8(chroma(pairSums(a[2], b[2]), lsum, 63, 8061));
+    const V v = _mm_min_epi16(chroma(pairSums(a[0], b[0]), lsum, 127, 14369), set16(255));
+    o.cr = _mm_and_si128(v, set16(255));
+  }
+#endif
+};
+
+// ---------------------------------------------------------------------------
+// Inverse YCbCr
+// ---------------------------------------------------------------------------
+
+// IY4: samples enter unsigned at the scale of 128 and the offsets of 16 and 128
+// are subtracted after the products, at the scale of 8 (1783, 1085, 2214). No
+// rounding add: the final shift truncates.
+struct IY4 {
+  static void pixel(const int* in, int* out) {
+    const int y = mulhi16s(in[0] << 7, 4768);
+    const int cb = in[1] << 7, cr = in[2] << 7;
+    out[0] = clamp8(adds16s(y, s16(mulhi16s(cr, 6537) - 1783)) >> 3);
+    out[1] = clamp8(subs16s(y, s16(adds16s(mulhi16s(cb, 1606), mulhi16s(cr, 3330)) - 1085)) >> 3);
+    out[2] = clamp8(adds16s(y, s16(mulhi16s(cb, 8262) - 2214)) >> 3);
+  }
+#if LUM_SIMD_SSE
+  static void block(const __m128i* in, __m128i* out) {
+    const V y = mulhi16s(sll16<7>(in[0]), set16(4768));
+    const V cb = sll16<7>(in[1]), cr = sll16<7>(in[2]);
+    out[0] = clamp8(sra16<3>(adds16s(y, sub16(mulhi16s(cr, set16(6537)), set16(1783)))));
+    out[1] = clamp8(sra16<3>(
+        subs16s(y, sub16(adds16s(mulhi16s(cb, set16(1606)), mulhi16s(cr, set16(3330))), set16(1085)))));
+    out[2] = clamp8(sra16<3>(adds16s(y, sub16(mulhi16s(cb, set16(8262)), set16(2214)))));
+  }
+#endif
+};
+
+// The IY1 scheme with the constants of the YCbCr422 -> BGRA kernel.
+using IY1Bgra = IYRounded<4767, 6537, 1605, 3330, 8261, 4, 3>;
+
+// ---------------------------------------------------------------------------
+// Inverse YUV
+// ---------------------------------------------------------------------------
+
+// IU5: chroma less 128 at the scale of 128 against Y << 4; each channel gets a
+// rounding add of 8 before >> 4.
+struct IU5 {
+  static void pixel(const int* in, int* out) {
+    const int y = in[0] << 4, ud = (in[1] - 128) << 7, vd = (in[2] - 128) << 7;
+    out[0] = clamp8(adds16s(adds16s(y, mulhi16s(vd, 9338)), 8) >> 4);
+    out[1] = clamp8(adds16s(subs16s(y, adds16s(mulhi16s(ud, 3227), mulhi16s(vd, 4759))), 8) >> 4);
+    out[2] = clamp8(adds16s(adds16s(y, mulhi16s(ud, 16646)), 8) >> 4);
+  }
+#if LUM_SIMD_SSE
+  static void block(const __m128i* in, __m128i* out) {
+    const V y = sll16<4>(in[0]), eight = set16(8);
+    const V ud = sll16<7>(sub16(in[1], set16(128))), vd = sll16<7>(sub16(in[2], set16(128)));
+    out[0] = clamp8(sra16<4>(adds16s(adds16s(y, mulhi16s(vd, set16(9338))), eight)));
+    out[1] = clamp8(sra16<4>(adds16s(subs16s(y, adds16s(mulhi16s(ud, set16(3227)), mulhi16s(vd, set16(4759)))), eight)));
+    out[2] = clamp8(sra16<4>(adds16s(adds16s(y, mulhi16s(ud, set16(16646))), eight)));
+  }
+#endif
+};
+
+// SU4: SU3's coefficients with no rounding add at all. With u = v = c it is also
+// the rule of a lone YUV 4:2:2 pixel whose one chroma sample serves as both
+// (-25821 - 38076 = -63897 for green).
+using SU4 = SUTail<74711, 25821, 38076, 133169, 0, 0, 0>;
+
+}  // namespace lum::form
