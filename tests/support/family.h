@@ -29,6 +29,9 @@ struct ImageShape {
   bool array = false;
   std::vector<PlaneShape> planes;
   int checkedPlanes = -1;  // plane pointers the function tests (-1: all)
+  // Planes passed as separate pointer arguments (a luma and a chroma pointer, each
+  // with its step): every plane pointer is a top-level pointer, there is no array.
+  bool separate = false;
   int nChecked() const { return checkedPlanes < 0 ? int(planes.size()) : checkedPlanes; }
 };
 
@@ -40,6 +43,9 @@ enum class Order {
   NullSize,        // every pointer (arrays and planes), then size
   NullSizePlanes,  // array pointers, size, then the planes inside the arrays
   SizeNull,        // size, then pointers
+  // Outer pointers, a size of at least 1, the planes inside the arrays, then the
+  // function's own minimum size.
+  NullSizePlanesSize,
 };
 
 // The buffers handed to a call. For an array image, src/dst point to the array
@@ -68,6 +74,9 @@ struct FnCase {
   int widthStep = 1;                // widths tested are multiples of this (and minWidth)
   int heightStep = 1;
   LumStatus okStatus = lumStatusOk;  // status on a good call of a valid size
+  // False when the function lets any height through: a height below 1 writes
+  // nothing and returns okStatus.
+  bool heightChecked = true;
 };
 
 // Holds the images of one call, source and destination, in guarded memory.
