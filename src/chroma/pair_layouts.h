@@ -22,15 +22,12 @@ struct Pair {
 };
 
 #if LUM_SIMD_SSE
-// Sixteen pixels: 16 lumas, and the 8 chroma pairs as Cb bytes and Cr bytes in
-// the low halves of cb and cr (the high halves are don't-care).
+// Sixteen pixels: 16 lumas, and their 8 chroma pairs interleaved Cb Cr Cb Cr.
 struct Pair16 {
-  __m128i y, cb, cr;
+  __m128i y, c;
 };
 
 namespace bytes {
-// pshufb index that writes zero.
-constexpr int8_t Z = -128;
 
 // N bytes at p into the low bytes of a register (N = 4, 8 or 16).
 template <int N, bool Aligned = false>
@@ -67,9 +64,17 @@ inline void store(uint8_t* p, __m128i v) {
 inline __m128i splitEvenOdd(__m128i a) {
   return _mm_shuffle_epi8(a, _mm_setr_epi8(0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15));
 }
-// Even bytes of a in the low half (high half: the same again).
-inline __m128i evens(__m128i a) {
-  return _mm_shuffle_epi8(a, _mm_setr_epi8(0, 2, 4, 6, 8, 10, 12, 14, 0, 2, 4, 6, 8, 10, 12, 14));
+// The two bytes of every 16-bit lane exchanged.
+inline __m128i swapPairs(__m128i a) {
+  return _mm_shuffle_epi8(a, _mm_setr_epi8(1, 0, 3, 2, 5, 4, 7, 6, 9, 8, 11, 10, 13, 12, 15, 14));
+}
+// Even 16-bit lanes of a in the low half (high half: the same again).
+inline __m128i evenPairs(__m128i a) {
+  return _mm_shuffle_epi8(a, _mm_setr_epi8(0, 1, 4, 5, 8, 9, 12, 13, 0, 1, 4, 5, 8, 9, 12, 13));
+}
+// The high 8 bytes of v stored at p.
+inline void storeHigh8(uint8_t* p, __m128i v) {
+  _mm_storeh_pd(reinterpret_cast<double*>(p), _mm_castsi128_pd(v));
 }
 }  // namespace bytes
 #endif
@@ -100,20 +105,18 @@ struct Packed {
 #if LUM_SIMD_SSE
   template <bool Aligned = false>
   static void load(const SrcPlanes& s, int x, Pair16& o) {
-    // Per register of four groups: the 8 lumas low, then 4 Cb, then 4 Cr.
+    // Per register of four groups: the 8 lumas low, then the 4 pairs Cb Cr.
     const __m128i m = _mm_setr_epi8(Y0, Y1, 4 + Y0, 4 + Y1, 8 + Y0, 8 + Y1, 12 + Y0, 12 + Y1,  //
-                                    CB, 4 + CB, 8 + CB, 12 + CB, CR, 4 + CR, 8 + CR, 12 + CR);
+                                    CB, CR, 4 + CB, 4 + CR, 8 + CB, 8 + CR, 12 + CB, 12 + CR);
     const uint8_t* p = s.p[0] + 2 * x;
     const __m128i a = _mm_shuffle_epi8(bytes::load<16, Aligned>(p), m);
     const __m128i b = _mm_shuffle_epi8(bytes::load<16, Aligned>(p + 16), m);
     o.y = _mm_unpacklo_epi64(a, b);
-    const __m128i c = _mm_unpackhi_epi32(a, b);  // Cb x8, Cr x8
-    o.cb = c;
-    o.cr = _mm_srli_si128(c, 8);
+    o.c = _mm_unpackhi_epi64(a, b);
   }
   template <bool Aligned = false, bool Stream = false>
   static void store(const DstPlanes& d, int x, const Pair16& o) {
-    const __m128i c = CB < CR ? _mm_unpacklo_epi8(o.cb, o.cr) : _mm_unpacklo_epi8(o.cr, o.cb);
+    const __m128i c = CB < CR ? o.c : bytes::swapPairs(o.c);
     const __m128i lo = Y0 == 0 ? _mm_unpacklo_epi8(o.y, c) : _mm_unpacklo_epi8(c, o.y);
     const __m128i hi = Y0 == 0 ? _mm_unpackhi_epi8(o.y, c) : _mm_unpackhi_epi8(c, o.y);
     uint8_t* p = d.p[0] + 2 * x;
@@ -142,7 +145,7 @@ struct CbCrPlanes {
     d.p[2][j] = uint8_t(cr);
   }
 #if LUM_SIMD_SSE
-  // N samples from j into the low bytes of cb and cr.
+  // N samples from j into the low bytes of cb and cr (N = 16 fills them).
   template <int N>
   static void get(const SrcPlanes& s, int j, __m128i& cb, __m128i& cr) {
     cb = bytes::load<N>(s.p[1] + j);
@@ -152,6 +155,23 @@ struct CbCrPlanes {
   static void put(const DstPlanes& d, int j, __m128i cb, __m128i cr) {
     bytes::store<N>(d.p[1] + j, cb);
     bytes::store<N>(d.p[2] + j, cr);
+  }
+  // N pairs (N = 4 or 8) from j, interleaved Cb Cr in the low 2N bytes.
+  template <int N>
+  static __m128i pairs(const SrcPlanes& s, int j) {
+    return _mm_unpacklo_epi8(bytes::load<N>(s.p[1] + j), bytes::load<N>(s.p[2] + j));
+  }
+  template <int N>
+  static void putPairs(const DstPlanes& d, int j, __m128i c) {
+    const __m128i v = bytes::splitEvenOdd(c);  // Cb x8, Cr x8
+    if constexpr (N == 8) {
+      bytes::store<8>(d.p[1] + j, v);
+      bytes::storeHigh8(d.p[2] + j, v);
+    } else {
+      static_assert(N == 4);
+      bytes::store<4>(d.p[1] + j, v);
+      bytes::store<4>(d.p[2] + j, _mm_srli_si128(v, 8));
+    }
   }
 #endif
 };
@@ -170,41 +190,33 @@ struct CbCrPairs {
     p[CrFirst ? 0 : 1] = uint8_t(cr);
   }
 #if LUM_SIMD_SSE
+  // 16 samples from j as separate Cb and Cr registers.
   template <int N>
   static void get(const SrcPlanes& s, int j, __m128i& cb, __m128i& cr) {
+    static_assert(N == 16);
     const uint8_t* p = s.p[1] + 2 * j;
-    __m128i first, second;
-    if constexpr (N == 16) {
-      const __m128i a = bytes::splitEvenOdd(bytes::load<16>(p));
-      const __m128i b = bytes::splitEvenOdd(bytes::load<16>(p + 16));
-      first = _mm_unpacklo_epi64(a, b);
-      second = _mm_unpackhi_epi64(a, b);
-    } else if constexpr (N == 8) {
-      first = bytes::splitEvenOdd(bytes::load<16>(p));
-      second = _mm_srli_si128(first, 8);
-    } else {
-      static_assert(N == 4);
-      first = _mm_shuffle_epi8(bytes::load<8>(p),
-                               _mm_setr_epi8(0, 2, 4, 6, 1, 3, 5, 7, bytes::Z, bytes::Z, bytes::Z, bytes::Z,
-                                             bytes::Z, bytes::Z, bytes::Z, bytes::Z));
-      second = _mm_srli_si128(first, 4);
-    }
-    cb = CrFirst ? second : first;
-    cr = CrFirst ? first : second;
+    const __m128i a = bytes::splitEvenOdd(bytes::load<16>(p));
+    const __m128i b = bytes::splitEvenOdd(bytes::load<16>(p + 16));
+    cb = CrFirst ? _mm_unpackhi_epi64(a, b) : _mm_unpacklo_epi64(a, b);
+    cr = CrFirst ? _mm_unpacklo_epi64(a, b) : _mm_unpackhi_epi64(a, b);
+  }
+  // N pairs (N = 4 or 8) from j, interleaved Cb Cr in the low 2N bytes.
+  template <int N>
+  static __m128i pairs(const SrcPlanes& s, int j) {
+    const __m128i v = bytes::load<2 * N>(s.p[1] + 2 * j);
+    return CrFirst ? bytes::swapPairs(v) : v;
+  }
+  template <int N>
+  static void putPairs(const DstPlanes& d, int j, __m128i c) {
+    bytes::store<2 * N>(d.p[1] + 2 * j, CrFirst ? bytes::swapPairs(c) : c);
   }
   template <int N>
   static void put(const DstPlanes& d, int j, __m128i cb, __m128i cr) {
+    static_assert(N == 16);
     uint8_t* p = d.p[1] + 2 * j;
     const __m128i a = CrFirst ? cr : cb, b = CrFirst ? cb : cr;
-    if constexpr (N == 16) {
-      bytes::store<16>(p, _mm_unpacklo_epi8(a, b));
-      bytes::store<16>(p + 16, _mm_unpackhi_epi8(a, b));
-    } else if constexpr (N == 8) {
-      bytes::store<16>(p, _mm_unpacklo_epi8(a, b));
-    } else {
-      static_assert(N == 4);
-      bytes::store<8>(p, _mm_unpacklo_epi8(a, b));
-    }
+    bytes::store<16>(p, _mm_unpacklo_epi8(a, b));
+    bytes::store<16>(p + 16, _mm_unpackhi_epi8(a, b));
   }
 #endif
 };
@@ -236,19 +248,17 @@ struct Split {
   static void load(const SrcPlanes& s, int x, Pair16& o) {
     o.y = bytes::load<16>(s.p[0] + x);
     if constexpr (HSub == 1) {
-      CS::template get<8>(s, x >> 1, o.cb, o.cr);
+      o.c = CS::template pairs<8>(s, x >> 1);
     } else {
-      __m128i cb, cr;
-      CS::template get<4>(s, x >> 2, cb, cr);
-      o.cb = _mm_unpacklo_epi8(cb, cb);
-      o.cr = _mm_unpacklo_epi8(cr, cr);
+      const __m128i c = CS::template pairs<4>(s, x >> 2);
+      o.c = _mm_unpacklo_epi16(c, c);  // every pair twice
     }
   }
   template <bool Aligned = false, bool Stream = false>
   static void store(const DstPlanes& d, int x, const Pair16& o) {
     storeLuma<Aligned, Stream>(d, x, o);
-    if constexpr (HSub == 1) CS::template put<8>(d, x >> 1, o.cb, o.cr);
-    else CS::template put<4>(d, x >> 2, bytes::evens(o.cb), bytes::evens(o.cr));
+    if constexpr (HSub == 1) CS::template putPairs<8>(d, x >> 1, o.c);
+    else CS::template putPairs<4>(d, x >> 2, bytes::evenPairs(o.c));
   }
   template <bool Aligned = false, bool Stream = false>
   static void storeLuma(const DstPlanes& d, int x, const Pair16& o) {
