@@ -7,6 +7,7 @@
 #include <cstring>
 #include <tuple>
 
+#include "chroma/wide_blocks.h"
 #include "frame/simd.h"
 #include "lumcc.h"
 #include "support/family.h"
@@ -349,7 +350,8 @@ TEST(ChromaLayout, RefusalsInCheckOrderLeaveDestinationUntouched) {
 }
 
 // Every layout change at sizes that cross the 16- and 32-pixel blocks, odd and
-// masked sizes included, with vector blocks and with their scalar twins.
+// masked sizes included: with the widest vector blocks, with the 128-bit ones
+// and with their scalar twins.
 TEST(ChromaLayout, EverySampleLandsWhereItsLayoutSays) {
   const LumSize sizes[] = {{2, 2}, {3, 3}, {4, 2}, {5, 5}, {6, 4}, {7, 3}, {8, 6}, {15, 2}, {16, 4}, {17, 5},
                            {30, 2}, {31, 3}, {32, 4}, {33, 2}, {34, 4}, {47, 3}, {48, 2}, {63, 4}, {64, 2},
@@ -359,6 +361,10 @@ TEST(ChromaLayout, EverySampleLandsWhereItsLayoutSays) {
     for (LumSize s : sizes) {
       if (s.width < c.fc.minWidth || s.height < c.fc.minHeight) continue;
       checkAgainstMap(c, s);
+      {
+        lum::chroma::wide::NarrowScope narrow;
+        checkAgainstMap(c, s);
+      }
       {
         lum::ScalarScope scalarOnly;
         checkAgainstMap(c, s);
@@ -370,6 +376,8 @@ TEST(ChromaLayout, EverySampleLandsWhereItsLayoutSays) {
 
 TEST(ChromaLayout, VectorBlocksMatchScalarTwinsAtEveryWidth) {
   for (const auto& c : cases()) checkVectorMatchesScalar(c.fc, blockWidths(), 8);
+  lum::chroma::wide::NarrowScope narrow;
+  for (const auto& c : cases()) checkVectorMatchesScalar(c.fc, blockWidths(), 4);
 }
 
 // Aligned images take the aligned split of YCbCr422_C2P3R at widths of whole
@@ -410,6 +418,28 @@ TEST(ChromaLayout, ResamplersRefuseSizesOffTheirGrid) {
       if (!ok) {
         EXPECT_EQ(ci.destinationBytes(), before);
       }
+    }
+  }
+}
+
+// Images without row padding (a luma plane copied as one run) give the same
+// bytes as padded ones.
+TEST(ChromaLayout, DenseImagesMatchPaddedOnes) {
+  for (const auto& c : cases()) {
+    SCOPED_TRACE(c.fc.name);
+    for (LumSize roi : {LumSize{36, 8}, LumSize{64, 4}}) {
+      ImageOptions dense;
+      dense.padBytes = 0;
+      CallImages a(c.fc, roi), b(c.fc, roi, dense);
+      std::mt19937 rng(uint32_t(roi.width));
+      a.randomizeSource(rng);
+      for (size_t i = 0; i < a.src.size(); ++i) b.src[i].setBytes(a.src[i].bytes());
+      a.fillDestination(0x21);
+      b.fillDestination(0x21);
+      ASSERT_EQ(c.fc.call(a.buffers(), roi), lumStatusOk);
+      ASSERT_EQ(c.fc.call(b.buffers(), roi), lumStatusOk);
+      EXPECT_EQ(a.destinationBytes(), b.destinationBytes());
+      EXPECT_TRUE(b.canariesIntact());
     }
   }
 }

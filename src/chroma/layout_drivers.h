@@ -11,9 +11,11 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <type_traits>
 
 #include "chroma/pair_layouts.h"
+#include "chroma/wide_blocks.h"
 #include "kernels/primitives.h"
 
 namespace lum::chroma {
@@ -132,12 +134,15 @@ inline Planes<T> rowsAt(const Planes<T>& img, int y, int cy) {
 // ---- pair by pair -----------------------------------------------------------
 // One row of width pixels (even): blocks of 16 pixels, then pairs. The flags
 // choose aligned loads, aligned stores and streaming stores; none changes a byte.
+// useWide lets 256-bit blocks of 32 pixels run first.
 template <class Src, class Dst, bool SrcAligned = false, bool DstAligned = false, bool Stream = false>
 struct PairRow {
-  static void run(const SrcPlanes& s, const DstPlanes& d, int width) {
+  static void run(const SrcPlanes& s, const DstPlanes& d, int width, bool useWide) {
+    (void)useWide;
     int x = 0;
 #if LUM_SIMD_SSE
     if (useVector()) {
+      if (useWide) x = wide::pairBlocks<Src, Dst>(s, d, width, Stream);
       for (; x + 32 <= width; x += 32) {
         Pair16 a, b;
         Src::template load<SrcAligned>(s, x, a);
@@ -167,22 +172,24 @@ struct PairRow {
 // that all start on 16 bytes; Aligned promises 16-byte packed and luma rows.
 template <class Src, class Dst, int SrcV, int DstV, bool Aligned = false>
 inline void pairImage(LumSize roi, const SrcPlanes& s, const DstPlanes& d, bool stream = false) {
+  const bool useWide = wide::enabled();
+  (void)stream;
   for (int y = 0; y < roi.height; ++y) {
     const SrcPlanes sr = rowsAt(s, y, y / SrcV);
     const DstPlanes dr = rowsAt(d, y, y / DstV);
     if constexpr (DstV == 2) {
       if (y & 1) {
-        PairRow<Src, LumaOnly<Dst>, Aligned, Aligned>::run(sr, dr, roi.width);
+        PairRow<Src, LumaOnly<Dst>, Aligned, Aligned>::run(sr, dr, roi.width, useWide);
         continue;
       }
     }
 #if LUM_SIMD_SSE
     if (stream) {
-      PairRow<Src, Dst, Aligned, true, true>::run(sr, dr, roi.width);
+      PairRow<Src, Dst, Aligned, true, true>::run(sr, dr, roi.width, useWide);
       continue;
     }
 #endif
-    PairRow<Src, Dst, Aligned, Aligned>::run(sr, dr, roi.width);
+    PairRow<Src, Dst, Aligned, Aligned>::run(sr, dr, roi.width, useWide);
   }
 #if LUM_SIMD_SSE
   if (stream) _mm_sfence();
@@ -206,12 +213,14 @@ constexpr std::array<int, 4> repackOrder() {
 // pixels by one shuffle, then groups.
 template <class A, class B, bool Stream = false>
 struct RepackRow {
-  static void run(const uint8_t* s, uint8_t* d, int width) {
+  static void run(const uint8_t* s, uint8_t* d, int width, bool useWide) {
+    (void)useWide;
     constexpr std::array<int, 4> m = repackOrder<A, B>();
     const int n = 2 * width;  // bytes
     int i = 0;
 #if LUM_SIMD_SSE
     if (useVector()) {
+      if (useWide) i = wide::repackBlocks<A, B>(s, d, n, Stream);
       const __m128i sh = _mm_setr_epi8(m[0], m[1], m[2], m[3], 4 + m[0], 4 + m[1], 4 + m[2], 4 + m[3],  //
                                        8 + m[0], 8 + m[1], 8 + m[2], 8 + m[3], 12 + m[0], 12 + m[1], 12 + m[2],
                                        12 + m[3]);
@@ -240,20 +249,27 @@ struct RepackRow {
 // whose rows all start on 16 bytes.
 template <class A, class B>
 inline void repackImage(LumSize roi, const Lum8u* s, int ss, Lum8u* d, int ds, bool stream) {
+  const bool useWide = wide::enabled();
 #if LUM_SIMD_SSE
   if (stream) {
-    for (int y = 0; y < roi.height; ++y) RepackRow<A, B, true>::run(rowAt(s, y, ss), rowAt(d, y, ds), roi.width);
+    for (int y = 0; y < roi.height; ++y) RepackRow<A, B, true>::run(rowAt(s, y, ss), rowAt(d, y, ds), roi.width, useWide);
     _mm_sfence();
     return;
   }
 #endif
   (void)stream;
-  for (int y = 0; y < roi.height; ++y) RepackRow<A, B>::run(rowAt(s, y, ss), rowAt(d, y, ds), roi.width);
+  for (int y = 0; y < roi.height; ++y) RepackRow<A, B>::run(rowAt(s, y, ss), rowAt(d, y, ds), roi.width, useWide);
 }
 
 // ---- planar to planar ----------------------------------------------------------
-// Luma plane (plane 0) copied row by row through the row copy primitive.
+// Luma plane (plane 0) copied row by row through the row copy primitive. Rows
+// that follow each other without padding on both sides go as one row.
 inline void copyLuma(LumSize roi, const SrcPlanes& s, const DstPlanes& d, bool stream = false) {
+  if (roi.height > 1 && s.step[0] == roi.width && d.step[0] == roi.width &&
+      int64_t(roi.width) * roi.height <= INT32_MAX) {
+    ownccCopy_8u_C1_W7(s.p[0], d.p[0], roi.width * roi.height, stream);
+    return;
+  }
   for (int y = 0; y < roi.height; ++y)
     ownccCopy_8u_C1_W7(rowAt(s.p[0], y, s.step[0]), rowAt(d.p[0], y, d.step[0]), roi.width, stream);
 }
@@ -270,15 +286,18 @@ inline Planes<T> chromaRow(const Planes<T>& img, int cy) {
 // n chroma pairs from one side to another, sample j to sample j.
 template <class SC, class DC>
 struct CopyRow {
-  static void run(const SrcPlanes& s, const DstPlanes& d, int n) {
+  static void run(const SrcPlanes& s, const DstPlanes& d, int n, bool useWide) {
     if constexpr (std::is_same_v<SC, CbCrPlanes> && std::is_same_v<DC, CbCrPlanes>) {
       // Plane to plane is a plain byte copy.
+      (void)useWide;
       ownccCopy_8u_C1_W7(s.p[1], d.p[1], n, false);
       ownccCopy_8u_C1_W7(s.p[2], d.p[2], n, false);
     } else {
+      (void)useWide;
       int j = 0;
 #if LUM_SIMD_SSE
       if (useVector()) {
+        if (useWide) j = wide::copyBlocks<SC, DC>(s, d, n);
         for (; j + 16 <= n; j += 16) {
           __m128i cb, cr;
           SC::template get<16>(s, j, cb, cr);
@@ -364,7 +383,8 @@ struct UnzipRow {
 // source row twice (4:2:0 to 4:2:2).
 template <class SC, class DC, int Num, int Den>
 inline void copyChromaRows(int dstRows, int n, const SrcPlanes& s, const DstPlanes& d) {
-  for (int r = 0; r < dstRows; ++r) CopyRow<SC, DC>::run(chromaRow(s, r * Num / Den), chromaRow(d, r), n);
+  const bool useWide = wide::enabled();
+  for (int r = 0; r < dstRows; ++r) CopyRow<SC, DC>::run(chromaRow(s, r * Num / Den), chromaRow(d, r), n, useWide);
 }
 
 // 4:2:2 to 4:1:1 rows: sample j of a destination row is sample 2j of its source
