@@ -33,15 +33,16 @@ inline __m128i evens32(const uint8_t* p) {
 }
 #endif
 
-// Runs Op over samples [j0, j1): vector blocks of Op::kBlock while they fit,
-// then single samples; both with the rounding Up.
+// Runs Op over samples [j0, j1): vector blocks of Op::kBlock while they fit
+// (vec, chosen once per call), then single samples; both with the rounding Up.
 template <class Op, bool Up>
-inline void span(const Op& op, int j0, int j1) {
+inline void span(const Op& op, int j0, int j1, bool vec) {
   int j = j0;
 #if LUM_SIMD_SSE
-  if (useVector())
+  if (vec)
     for (; j + Op::kBlock <= j1; j += Op::kBlock) op.template block<Up>(j);
 #endif
+  (void)vec;
   for (; j < j1; ++j) op.template one<Up>(j);
 }
 
@@ -77,6 +78,7 @@ struct EvenMean {
 // row): blocks of 32 outputs round up, the blocks of 8 and single samples after
 // them round down. The last input row gives two equal rows of its even samples.
 void yuv420toyuv411_sse2_asm(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, int height, int width) {
+  const bool vec = useVector();
   const int n = width / 4, rows = height / 2;
   const int up = n & ~31;  // outputs covered by blocks of 32
   // A region two rows high has one input row: it is the last, and no regular
@@ -86,14 +88,14 @@ void yuv420toyuv411_sse2_asm(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int ds
     const uint8_t* b = rowAt(pSrc, r + 1, srcStep);
     uint8_t* d0 = rowAt(pDst, 2 * r, dstStep);
     uint8_t* d1 = rowAt(pDst, 2 * r + 1, dstStep);
-    span<EvenCopy, true>(EvenCopy{a, d0}, 0, n);
+    span<EvenCopy, true>(EvenCopy{a, d0}, 0, n, vec);
     const EvenMean mean{a, b, d1};
-    span<EvenMean, true>(mean, 0, up);
-    span<EvenMean, false>(mean, up, n);
+    span<EvenMean, true>(mean, 0, up, vec);
+    span<EvenMean, false>(mean, up, n, vec);
   }
   const uint8_t* last = rowAt(pSrc, rows - 1, srcStep);
-  span<EvenCopy, true>(EvenCopy{last, rowAt(pDst, 2 * rows - 2, dstStep)}, 0, n);
-  span<EvenCopy, true>(EvenCopy{last, rowAt(pDst, 2 * rows - 1, dstStep)}, 0, n);
+  span<EvenCopy, true>(EvenCopy{last, rowAt(pDst, 2 * rows - 2, dstStep)}, 0, n, vec);
+  span<EvenCopy, true>(EvenCopy{last, rowAt(pDst, 2 * rows - 1, dstStep)}, 0, n, vec);
 }
 
 // ---- horizontal doubling: 4:1:1 to 4:2:0 and the rows of 16:2:0 to 4:2:0 ------------------
@@ -123,27 +125,29 @@ struct Expand {
 };
 
 // A row of n inputs expanded to 2n outputs, last input doubled.
-inline void expandRow(const uint8_t* s, uint8_t* d, int n) {
+inline void expandRow(const uint8_t* s, uint8_t* d, int n, bool vec) {
   const int up = roundUpInputs(n);
   const Expand e{s, d};
-  span<Expand, true>(e, 0, up);
-  span<Expand, false>(e, up, n - 1);
+  span<Expand, true>(e, 0, up, vec);
+  span<Expand, false>(e, up, n - 1, vec);
   d[2 * n - 2] = d[2 * n - 1] = s[n - 1];
 }
 
 // Input rows H of n = W/4, output rows H/2 of 2n: output row k is input row 2k
 // expanded; the odd input rows are never read.
 void yvu411toyuv420_sse2_asm(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, int height, int width) {
+  const bool vec = useVector();
   const int n = width / 4;
-  for (int k = 0; k < height / 2; ++k) expandRow(rowAt(pSrc, 2 * k, srcStep), rowAt(pDst, k, dstStep), n);
+  for (int k = 0; k < height / 2; ++k) expandRow(rowAt(pSrc, 2 * k, srcStep), rowAt(pDst, k, dstStep), n, vec);
 }
 
 // ---- 4:2:0 to 16:2:0 ------------------------------------------------------------------------
 // Output row r, sample c is input row 2r, sample 2c: decimation, no arithmetic.
 void yuv420toyuv1620_sse2_asm(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, int height, int width) {
+  const bool vec = useVector();
   const int n = width / 4;
   for (int r = 0; r < height / 4; ++r)
-    span<EvenCopy, true>(EvenCopy{rowAt(pSrc, 2 * r, srcStep), rowAt(pDst, r, dstStep)}, 0, n);
+    span<EvenCopy, true>(EvenCopy{rowAt(pSrc, 2 * r, srcStep), rowAt(pDst, r, dstStep)}, 0, n, vec);
 }
 
 // ---- 16:2:0 to 4:2:0 ------------------------------------------------------------------------
@@ -193,21 +197,22 @@ struct Repeat {
 // and, below it, its samples simply doubled. A region four rows high has only
 // the last row.
 void yvu1620toyuv420_sse2_asm(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, int height, int width) {
+  const bool vec = useVector();
   const int n = width / 4, rows = height / 4;
   const int up = roundUpInputs(n);
   for (int r = 0; r + 1 < rows; ++r) {
     const uint8_t* s = rowAt(pSrc, r, srcStep);
     const uint8_t* t = rowAt(pSrc, r + 1, srcStep);
     uint8_t* d1 = rowAt(pDst, 2 * r + 1, dstStep);
-    expandRow(s, rowAt(pDst, 2 * r, dstStep), n);
+    expandRow(s, rowAt(pDst, 2 * r, dstStep), n, vec);
     const ExpandBetween e{s, t, d1};
-    span<ExpandBetween, true>(e, 0, up);
-    span<ExpandBetween, false>(e, up, n - 1);
+    span<ExpandBetween, true>(e, 0, up, vec);
+    span<ExpandBetween, false>(e, up, n - 1, vec);
     d1[2 * n - 2] = d1[2 * n - 1] = uint8_t(avg<false>(s[n - 1], t[n - 1]));
   }
   const uint8_t* s = rowAt(pSrc, rows - 1, srcStep);
-  expandRow(s, rowAt(pDst, 2 * rows - 2, dstStep), n);
-  span<Repeat, true>(Repeat{s, rowAt(pDst, 2 * rows - 1, dstStep)}, 0, n);
+  expandRow(s, rowAt(pDst, 2 * rows - 2, dstStep), n, vec);
+  span<Repeat, true>(Repeat{s, rowAt(pDst, 2 * rows - 1, dstStep)}, 0, n, vec);
 }
 
 using Kernel = void (*)(const Lum8u*, int, Lum8u*, int, int, int);

@@ -121,28 +121,37 @@ inline Planes<T> twoPlanes(T* y, int yStep, T* c, int cStep) {
   return r;
 }
 
-// Row pointers of an image at luma row y and chroma row cy.
+// Row pointers of an image at luma row y and chroma row cy, what a row kernel
+// reads (it takes no steps). Built field by field rather than copied from the
+// image, so no wide reload of freshly stored fields stalls the row loop.
 template <class T>
 inline Planes<T> rowsAt(const Planes<T>& img, int y, int cy) {
-  Planes<T> r = img;
-  if (r.p[0]) r.p[0] = rowAt(img.p[0], y, img.step[0]);
-  for (int i = 1; i < 4; ++i)
-    if (r.p[i]) r.p[i] = rowAt(img.p[i], cy, img.step[i]);
+  Planes<T> r;
+  r.p[0] = img.p[0] ? rowAt(img.p[0], y, img.step[0]) : nullptr;
+  for (int i = 1; i < 4; ++i) r.p[i] = img.p[i] ? rowAt(img.p[i], cy, img.step[i]) : nullptr;
   return r;
+}
+
+// ---- vector width -------------------------------------------------------------
+// The blocks a call runs, chosen once per call: none (scalar twins only),
+// 128-bit, or 256-bit first and 128-bit after.
+enum class Vec { None, Sse, Wide };
+inline Vec vectorPath() {
+  if (!useVector()) return Vec::None;
+  return wide::enabled() ? Vec::Wide : Vec::Sse;
 }
 
 // ---- pair by pair -----------------------------------------------------------
 // One row of width pixels (even): blocks of 16 pixels, then pairs. The flags
 // choose aligned loads, aligned stores and streaming stores; none changes a byte.
-// useWide lets 256-bit blocks of 32 pixels run first.
 template <class Src, class Dst, bool SrcAligned = false, bool DstAligned = false, bool Stream = false>
 struct PairRow {
-  static void run(const SrcPlanes& s, const DstPlanes& d, int width, bool useWide) {
-    (void)useWide;
+  static void run(const SrcPlanes& s, const DstPlanes& d, int width, Vec v) {
+    (void)v;
     int x = 0;
 #if LUM_SIMD_SSE
-    if (useVector()) {
-      if (useWide) x = wide::pairBlocks<Src, Dst>(s, d, width, Stream);
+    if (v != Vec::None) {
+      if (v == Vec::Wide) x = wide::pairBlocks<Src, Dst>(s.p[0], s.p[1], s.p[2], d.p[0], d.p[1], d.p[2], width, Stream);
       for (; x + 32 <= width; x += 32) {
         Pair16 a, b;
         Src::template load<SrcAligned>(s, x, a);
@@ -171,25 +180,25 @@ struct PairRow {
 // chroma is never read into the result. Streaming stores need destination rows
 // that all start on 16 bytes; Aligned promises 16-byte packed and luma rows.
 template <class Src, class Dst, int SrcV, int DstV, bool Aligned = false>
-inline void pairImage(LumSize roi, const SrcPlanes& s, const DstPlanes& d, bool stream = false) {
-  const bool useWide = wide::enabled();
+inline void pairImage(LumSize roi, const SrcPlanes s, const DstPlanes d, bool stream = false) {
+  const Vec v = vectorPath();
   (void)stream;
   for (int y = 0; y < roi.height; ++y) {
     const SrcPlanes sr = rowsAt(s, y, y / SrcV);
     const DstPlanes dr = rowsAt(d, y, y / DstV);
     if constexpr (DstV == 2) {
       if (y & 1) {
-        PairRow<Src, LumaOnly<Dst>, Aligned, Aligned>::run(sr, dr, roi.width, useWide);
+        PairRow<Src, LumaOnly<Dst>, Aligned, Aligned>::run(sr, dr, roi.width, v);
         continue;
       }
     }
 #if LUM_SIMD_SSE
     if (stream) {
-      PairRow<Src, Dst, Aligned, true, true>::run(sr, dr, roi.width, useWide);
+      PairRow<Src, Dst, Aligned, true, true>::run(sr, dr, roi.width, v);
       continue;
     }
 #endif
-    PairRow<Src, Dst, Aligned, Aligned>::run(sr, dr, roi.width, useWide);
+    PairRow<Src, Dst, Aligned, Aligned>::run(sr, dr, roi.width, v);
   }
 #if LUM_SIMD_SSE
   if (stream) _mm_sfence();
@@ -213,14 +222,14 @@ constexpr std::array<int, 4> repackOrder() {
 // pixels by one shuffle, then groups.
 template <class A, class B, bool Stream = false>
 struct RepackRow {
-  static void run(const uint8_t* s, uint8_t* d, int width, bool useWide) {
-    (void)useWide;
+  static void run(const uint8_t* s, uint8_t* d, int width, Vec v) {
+    (void)v;
     constexpr std::array<int, 4> m = repackOrder<A, B>();
     const int n = 2 * width;  // bytes
     int i = 0;
 #if LUM_SIMD_SSE
-    if (useVector()) {
-      if (useWide) i = wide::repackBlocks<A, B>(s, d, n, Stream);
+    if (v != Vec::None) {
+      if (v == Vec::Wide) i = wide::repackBlocks<A, B>(s, d, n, Stream);
       const __m128i sh = _mm_setr_epi8(m[0], m[1], m[2], m[3], 4 + m[0], 4 + m[1], 4 + m[2], 4 + m[3],  //
                                        8 + m[0], 8 + m[1], 8 + m[2], 8 + m[3], 12 + m[0], 12 + m[1], 12 + m[2],
                                        12 + m[3]);
@@ -249,16 +258,16 @@ struct RepackRow {
 // whose rows all start on 16 bytes.
 template <class A, class B>
 inline void repackImage(LumSize roi, const Lum8u* s, int ss, Lum8u* d, int ds, bool stream) {
-  const bool useWide = wide::enabled();
+  const Vec v = vectorPath();
 #if LUM_SIMD_SSE
   if (stream) {
-    for (int y = 0; y < roi.height; ++y) RepackRow<A, B, true>::run(rowAt(s, y, ss), rowAt(d, y, ds), roi.width, useWide);
+    for (int y = 0; y < roi.height; ++y) RepackRow<A, B, true>::run(rowAt(s, y, ss), rowAt(d, y, ds), roi.width, v);
     _mm_sfence();
     return;
   }
 #endif
   (void)stream;
-  for (int y = 0; y < roi.height; ++y) RepackRow<A, B>::run(rowAt(s, y, ss), rowAt(d, y, ds), roi.width, useWide);
+  for (int y = 0; y < roi.height; ++y) RepackRow<A, B>::run(rowAt(s, y, ss), rowAt(d, y, ds), roi.width, v);
 }
 
 // ---- planar to planar ----------------------------------------------------------
@@ -274,30 +283,28 @@ inline void copyLuma(LumSize roi, const SrcPlanes& s, const DstPlanes& d, bool s
     ownccCopy_8u_C1_W7(rowAt(s.p[0], y, s.step[0]), rowAt(d.p[0], y, d.step[0]), roi.width, stream);
 }
 
-// Chroma row pointers of an image at chroma row cy (plane 0 is left alone).
+// Chroma row pointers of an image at chroma row cy (no luma pointer, no steps).
 template <class T>
 inline Planes<T> chromaRow(const Planes<T>& img, int cy) {
-  Planes<T> r = img;
-  for (int i = 1; i < 4; ++i)
-    if (r.p[i]) r.p[i] = rowAt(img.p[i], cy, img.step[i]);
+  Planes<T> r;
+  for (int i = 1; i < 4; ++i) r.p[i] = img.p[i] ? rowAt(img.p[i], cy, img.step[i]) : nullptr;
   return r;
 }
 
 // n chroma pairs from one side to another, sample j to sample j.
 template <class SC, class DC>
 struct CopyRow {
-  static void run(const SrcPlanes& s, const DstPlanes& d, int n, bool useWide) {
+  static void run(const SrcPlanes& s, const DstPlanes& d, int n, Vec v) {
+    (void)v;
     if constexpr (std::is_same_v<SC, CbCrPlanes> && std::is_same_v<DC, CbCrPlanes>) {
       // Plane to plane is a plain byte copy.
-      (void)useWide;
       ownccCopy_8u_C1_W7(s.p[1], d.p[1], n, false);
       ownccCopy_8u_C1_W7(s.p[2], d.p[2], n, false);
     } else {
-      (void)useWide;
       int j = 0;
 #if LUM_SIMD_SSE
-      if (useVector()) {
-        if (useWide) j = wide::copyBlocks<SC, DC>(s, d, n);
+      if (v != Vec::None) {
+        if (v == Vec::Wide) j = wide::copyBlocks<SC, DC>(s.p[1], s.p[2], d.p[1], d.p[2], n);
         for (; j + 16 <= n; j += 16) {
           __m128i cb, cr;
           SC::template get<16>(s, j, cb, cr);
@@ -319,10 +326,11 @@ struct CopyRow {
 // every sample.
 template <class SC, class DC>
 struct ZipRow {
-  static void run(const SrcPlanes& a, const SrcPlanes& b, const DstPlanes& d, int n) {
+  static void run(const SrcPlanes& a, const SrcPlanes& b, const DstPlanes& d, int n, Vec v) {
+    (void)v;
     int j = 0;
 #if LUM_SIMD_SSE
-    if (useVector()) {
+    if (v != Vec::None) {
       for (; j + 16 <= n; j += 16) {
         __m128i acb, acr, bcb, bcr;
         SC::template get<16>(a, j, acb, acr);
@@ -347,10 +355,11 @@ struct ZipRow {
 // samples are dropped).
 template <class SC, class DC, bool KeepOdd>
 struct UnzipRow {
-  static void run(const SrcPlanes& s, const DstPlanes& a, const DstPlanes& b, int n) {
+  static void run(const SrcPlanes& s, const DstPlanes& a, const DstPlanes& b, int n, Vec v) {
+    (void)v;
     int j = 0;
 #if LUM_SIMD_SSE
-    if (useVector()) {
+    if (v != Vec::None) {
       for (; j + 16 <= n; j += 16) {
         __m128i cb0, cr0, cb1, cr1;
         SC::template get<16>(s, 2 * j, cb0, cr0);
@@ -383,26 +392,28 @@ struct UnzipRow {
 // source row twice (4:2:0 to 4:2:2).
 template <class SC, class DC, int Num, int Den>
 inline void copyChromaRows(int dstRows, int n, const SrcPlanes& s, const DstPlanes& d) {
-  const bool useWide = wide::enabled();
-  for (int r = 0; r < dstRows; ++r) CopyRow<SC, DC>::run(chromaRow(s, r * Num / Den), chromaRow(d, r), n, useWide);
+  const Vec v = vectorPath();
+  for (int r = 0; r < dstRows; ++r) CopyRow<SC, DC>::run(chromaRow(s, r * Num / Den), chromaRow(d, r), n, v);
 }
 
 // 4:2:2 to 4:1:1 rows: sample j of a destination row is sample 2j of its source
 // row; the odd samples are never read.
 template <class SC, class DC>
 inline void dropOddChroma(int rows, int n, const SrcPlanes& s, const DstPlanes& d) {
+  const Vec v = vectorPath();
   for (int r = 0; r < rows; ++r) {
     const DstPlanes dr = chromaRow(d, r);
-    UnzipRow<SC, DC, false>::run(chromaRow(s, r), dr, dr, n);
+    UnzipRow<SC, DC, false>::run(chromaRow(s, r), dr, dr, n, v);
   }
 }
 
 // 4:1:1 to 4:2:2 rows: sample j of a source row fills samples 2j and 2j + 1.
 template <class SC, class DC>
 inline void repeatChroma(int rows, int n, const SrcPlanes& s, const DstPlanes& d) {
+  const Vec v = vectorPath();
   for (int r = 0; r < rows; ++r) {
     const SrcPlanes sr = chromaRow(s, r);
-    ZipRow<SC, DC>::run(sr, sr, chromaRow(d, r), n);
+    ZipRow<SC, DC>::run(sr, sr, chromaRow(d, r), n, v);
   }
 }
 
@@ -410,13 +421,17 @@ inline void repeatChroma(int rows, int n, const SrcPlanes& s, const DstPlanes& d
 // 4:1:1 row 2k, sample 2j + 1 sample j of row 2k + 1. n is the 4:1:1 row length.
 template <class SC, class DC>
 inline void chroma420To411(int srcRows, int n, const SrcPlanes& s, const DstPlanes& d) {
-  for (int k = 0; k < srcRows; ++k) UnzipRow<SC, DC, true>::run(chromaRow(s, k), chromaRow(d, 2 * k), chromaRow(d, 2 * k + 1), n);
+  const Vec v = vectorPath();
+  for (int k = 0; k < srcRows; ++k)
+    UnzipRow<SC, DC, true>::run(chromaRow(s, k), chromaRow(d, 2 * k), chromaRow(d, 2 * k + 1), n, v);
 }
 
 // The exact inverse: 4:1:1 rows 2k and 2k + 1 interleave into 4:2:0 row k.
 template <class SC, class DC>
 inline void chroma411To420(int dstRows, int n, const SrcPlanes& s, const DstPlanes& d) {
-  for (int k = 0; k < dstRows; ++k) ZipRow<SC, DC>::run(chromaRow(s, 2 * k), chromaRow(s, 2 * k + 1), chromaRow(d, k), n);
+  const Vec v = vectorPath();
+  for (int k = 0; k < dstRows; ++k)
+    ZipRow<SC, DC>::run(chromaRow(s, 2 * k), chromaRow(s, 2 * k + 1), chromaRow(d, k), n, v);
 }
 
 }  // namespace lum::chroma

@@ -231,7 +231,16 @@ int repack64(const uint8_t* s, uint8_t* d, int bytes) {
 }  // namespace
 
 template <class Src, class Dst>
-int pairBlocks(const SrcPlanes& s, const DstPlanes& d, int width, bool stream) {
+int pairBlocks(const uint8_t* s0, const uint8_t* s1, const uint8_t* s2, uint8_t* d0, uint8_t* d1, uint8_t* d2,
+               int width, bool stream) {
+  SrcPlanes s;
+  s.p[0] = s0;
+  s.p[1] = s1;
+  s.p[2] = s2;
+  DstPlanes d;
+  d.p[0] = d0;
+  d.p[1] = d1;
+  d.p[2] = d2;
   return stream ? pairs32<Src, Dst, true>(s, d, width) : pairs32<Src, Dst, false>(s, d, width);
 }
 
@@ -241,7 +250,13 @@ int repackBlocks(const uint8_t* s, uint8_t* d, int bytes, bool stream) {
 }
 
 template <class SC, class DC>
-int copyBlocks(const SrcPlanes& s, const DstPlanes& d, int n) {
+int copyBlocks(const uint8_t* s1, const uint8_t* s2, uint8_t* d1, uint8_t* d2, int n) {
+  SrcPlanes s;
+  s.p[1] = s1;
+  s.p[2] = s2;
+  DstPlanes d;
+  d.p[1] = d1;
+  d.p[2] = d2;
   int j = 0;
   for (; j + 32 <= n; j += 32) {
     V cb, cr;
@@ -256,29 +271,49 @@ template int repackBlocks<YUY2, UYVY>(const uint8_t*, uint8_t*, int, bool);
 template int repackBlocks<UYVY, YUY2>(const uint8_t*, uint8_t*, int, bool);
 template int repackBlocks<YUY2, YVYU>(const uint8_t*, uint8_t*, int, bool);
 
-template int pairBlocks<YUY2, PlanarRow>(const SrcPlanes&, const DstPlanes&, int, bool);
-template int pairBlocks<UYVY, PlanarRow>(const SrcPlanes&, const DstPlanes&, int, bool);
-template int pairBlocks<PlanarRow, YUY2>(const SrcPlanes&, const DstPlanes&, int, bool);
-template int pairBlocks<PlanarRow, UYVY>(const SrcPlanes&, const DstPlanes&, int, bool);
-template int pairBlocks<PlanarRow, YVYU>(const SrcPlanes&, const DstPlanes&, int, bool);
-template int pairBlocks<YUY2, LumaOnly<PlanarRow>>(const SrcPlanes&, const DstPlanes&, int, bool);
-template int pairBlocks<UYVY, LumaOnly<PlanarRow>>(const SrcPlanes&, const DstPlanes&, int, bool);
-template int pairBlocks<YUY2, NV12Row>(const SrcPlanes&, const DstPlanes&, int, bool);
-template int pairBlocks<YUY2, NV21Row>(const SrcPlanes&, const DstPlanes&, int, bool);
-template int pairBlocks<UYVY, NV12Row>(const SrcPlanes&, const DstPlanes&, int, bool);
-template int pairBlocks<YUY2, LumaOnly<NV12Row>>(const SrcPlanes&, const DstPlanes&, int, bool);
-template int pairBlocks<YUY2, LumaOnly<NV21Row>>(const SrcPlanes&, const DstPlanes&, int, bool);
-template int pairBlocks<UYVY, LumaOnly<NV12Row>>(const SrcPlanes&, const DstPlanes&, int, bool);
-template int pairBlocks<NV12Row, YUY2>(const SrcPlanes&, const DstPlanes&, int, bool);
-template int pairBlocks<NV12Row, UYVY>(const SrcPlanes&, const DstPlanes&, int, bool);
-template int pairBlocks<YUY2, Planar411Row>(const SrcPlanes&, const DstPlanes&, int, bool);
-template int pairBlocks<UYVY, Planar411Row>(const SrcPlanes&, const DstPlanes&, int, bool);
-template int pairBlocks<YUY2, Pairs411Row>(const SrcPlanes&, const DstPlanes&, int, bool);
-template int pairBlocks<Planar411Row, YUY2>(const SrcPlanes&, const DstPlanes&, int, bool);
-template int pairBlocks<Pairs411Row, YUY2>(const SrcPlanes&, const DstPlanes&, int, bool);
+template int pairBlocks<YUY2, PlanarRow>(const uint8_t*, const uint8_t*, const uint8_t*, uint8_t*, uint8_t*, uint8_t*, int,
+                                                  bool);
+template int pairBlocks<UYVY, PlanarRow>(const uint8_t*, const uint8_t*, const uint8_t*, uint8_t*, uint8_t*, uint8_t*, int,
+                                                  bool);
+template int pairBlocks<PlanarRow, YUY2>(const uint8_t*, const uint8_t*, const uint8_t*, uint8_t*, uint8_t*, uint8_t*, int,
+                                                  bool);
+template int pairBlocks<PlanarRow, UYVY>(const uint8_t*, const uint8_t*, const uint8_t*, uint8_t*, uint8_t*, uint8_t*, int,
+                                                  bool);
+template int pairBlocks<PlanarRow, YVYU>(const uint8_t*, const uint8_t*, const uint8_t*, uint8_t*, uint8_t*, uint8_t*, int,
+                                                  bool);
+template int pairBlocks<YUY2, LumaOnly<PlanarRow>>(const uint8_t*, const uint8_t*, const uint8_t*, uint8_t*, uint8_t*, uint8_t*, int,
+                                                  bool);
+template int pairBlocks<UYVY, LumaOnly<PlanarRow>>(const uint8_t*, const uint8_t*, const uint8_t*, uint8_t*, uint8_t*, uint8_t*, int,
+                                                  bool);
+template int pairBlocks<YUY2, NV12Row>(const uint8_t*, const uint8_t*, const uint8_t*, uint8_t*, uint8_t*, uint8_t*, int,
+                                                  bool);
+template int pairBlocks<YUY2, NV21Row>(const uint8_t*, const uint8_t*, const uint8_t*, uint8_t*, uint8_t*, uint8_t*, int,
+                                                  bool);
+template int pairBlocks<UYVY, NV12Row>(const uint8_t*, const uint8_t*, const uint8_t*, uint8_t*, uint8_t*, uint8_t*, int,
+                                                  bool);
+template int pairBlocks<YUY2, LumaOnly<NV12Row>>(const uint8_t*, const uint8_t*, const uint8_t*, uint8_t*, uint8_t*, uint8_t*, int,
+                                                  bool);
+template int pairBlocks<YUY2, LumaOnly<NV21Row>>(const uint8_t*, const uint8_t*, const uint8_t*, uint8_t*, uint8_t*, uint8_t*, int,
+                                                  bool);
+template int pairBlocks<UYVY, LumaOnly<NV12Row>>(const uint8_t*, const uint8_t*, const uint8_t*, uint8_t*, uint8_t*, uint8_t*, int,
+                                                  bool);
+template int pairBlocks<NV12Row, YUY2>(const uint8_t*, const uint8_t*, const uint8_t*, uint8_t*, uint8_t*, uint8_t*, int,
+                                                  bool);
+template int pairBlocks<NV12Row, UYVY>(const uint8_t*, const uint8_t*, const uint8_t*, uint8_t*, uint8_t*, uint8_t*, int,
+                                                  bool);
+template int pairBlocks<YUY2, Planar411Row>(const uint8_t*, const uint8_t*, const uint8_t*, uint8_t*, uint8_t*, uint8_t*, int,
+                                                  bool);
+template int pairBlocks<UYVY, Planar411Row>(const uint8_t*, const uint8_t*, const uint8_t*, uint8_t*, uint8_t*, uint8_t*, int,
+                                                  bool);
+template int pairBlocks<YUY2, Pairs411Row>(const uint8_t*, const uint8_t*, const uint8_t*, uint8_t*, uint8_t*, uint8_t*, int,
+                                                  bool);
+template int pairBlocks<Planar411Row, YUY2>(const uint8_t*, const uint8_t*, const uint8_t*, uint8_t*, uint8_t*, uint8_t*, int,
+                                                  bool);
+template int pairBlocks<Pairs411Row, YUY2>(const uint8_t*, const uint8_t*, const uint8_t*, uint8_t*, uint8_t*, uint8_t*, int,
+                                                  bool);
 
-template int copyBlocks<CbCrPairs<false>, CbCrPlanes>(const SrcPlanes&, const DstPlanes&, int);
-template int copyBlocks<CbCrPlanes, CbCrPairs<false>>(const SrcPlanes&, const DstPlanes&, int);
+template int copyBlocks<CbCrPairs<false>, CbCrPlanes>(const uint8_t*, const uint8_t*, uint8_t*, uint8_t*, int);
+template int copyBlocks<CbCrPlanes, CbCrPairs<false>>(const uint8_t*, const uint8_t*, uint8_t*, uint8_t*, int);
 
 }  // namespace lum::chroma::wide
 #endif
