@@ -142,8 +142,9 @@ inline Vec vectorPath() {
 }
 
 // ---- pair by pair -----------------------------------------------------------
-// One row of width pixels (even): blocks of 16 pixels, then pairs. The flags
-// choose aligned loads, aligned stores and streaming stores; none changes a byte.
+// One row of width pixels (even): blocks of 32 pixels (256-bit where the call
+// chose them), then of 16, then pairs. The flags choose aligned loads, aligned
+// stores and streaming stores; none changes a byte.
 template <class Src, class Dst, bool SrcAligned = false, bool DstAligned = false, bool Stream = false>
 struct PairRow {
   static void run(const SrcPlanes& s, const DstPlanes& d, int width, Vec v) {
