@@ -380,11 +380,11 @@ void roundTrip(const char* name, std::vector<std::pair<int, int>> srcPlanes, std
 TEST(ChromaLayoutQuirks, LosslessRoundTrips) {
   const int W = 132, H = 10;
   const LumSize r{W, H};
-  // R1: YUY2 <-> UYVY.
+  // Packed byte orders: YUY2 <-> UYVY.
   roundTrip("YUY2-UYVY", {{2 * W, H}}, {{2 * W, H}},
             [&](GuardedPlanes& s, GuardedPlanes& m) { return lumiYCbCr422ToCbYCr422_8u_C2R(s.ptr[0], s.steps[0], m.ptr[0], m.steps[0], r); },
             [&](GuardedPlanes& m, GuardedPlanes& o) { return lumiCbYCr422ToYCbCr422_8u_C2R(m.ptr[0], m.steps[0], o.ptr[0], o.steps[0], r); });
-  // R2: YUY2 -> planes -> YUY2, UYVY -> planes -> UYVY, YVYU -> planes -> YVYU.
+  // Packed 4:2:2 and planes: YUY2 -> planes -> YUY2, UYVY -> planes -> UYVY, YVYU -> planes -> YVYU.
   roundTrip("YUY2-I422", {{2 * W, H}}, {{W, H}, {W / 2, H}, {W / 2, H}},
             [&](GuardedPlanes& s, GuardedPlanes& m) { return lumiYCbCr422_8u_C2P3R(s.ptr[0], s.steps[0], m.ptr, m.steps, r); },
             [&](GuardedPlanes& m, GuardedPlanes& o) { return lumiYCbCr422_8u_P3C2R(m.cptr(), m.steps, o.ptr[0], o.steps[0], r); });
@@ -394,14 +394,14 @@ TEST(ChromaLayoutQuirks, LosslessRoundTrips) {
   roundTrip("YVYU-I422", {{2 * W, H}}, {{W, H}, {W / 2, H}, {W / 2, H}},
             [&](GuardedPlanes& s, GuardedPlanes& m) { return lumiYCrCb422ToYCbCr422_8u_C2P3R(s.ptr[0], s.steps[0], m.ptr, m.steps, r); },
             [&](GuardedPlanes& m, GuardedPlanes& o) { return lumiYCbCr422ToYCrCb422_8u_P3C2R(m.cptr(), m.steps, o.ptr[0], o.steps[0], r); });
-  // R3: NV12 <-> I420 and the 4:1:1 pair.
+  // Interleaved and split chroma: NV12 <-> I420 and the 4:1:1 pair.
   roundTrip("NV12-I420", {{W, H}, {W, H / 2}}, {{W, H}, {W / 2, H / 2}, {W / 2, H / 2}},
             [&](GuardedPlanes& s, GuardedPlanes& m) { return lumiYCbCr420_8u_P2P3R(s.ptr[0], s.steps[0], s.ptr[1], s.steps[1], m.ptr, m.steps, r); },
             [&](GuardedPlanes& m, GuardedPlanes& o) { return lumiYCbCr420_8u_P3P2R(m.cptr(), m.steps, o.ptr[0], o.steps[0], o.ptr[1], o.steps[1], r); });
   roundTrip("NV11-I411", {{W, H}, {W / 2, H}}, {{W, H}, {W / 4, H}, {W / 4, H}},
             [&](GuardedPlanes& s, GuardedPlanes& m) { return lumiYCbCr411_8u_P2P3R(s.ptr[0], s.steps[0], s.ptr[1], s.steps[1], m.ptr, m.steps, r); },
             [&](GuardedPlanes& m, GuardedPlanes& o) { return lumiYCbCr411_8u_P3P2R(m.cptr(), m.steps, o.ptr[0], o.steps[0], o.ptr[1], o.steps[1], r); });
-  // R8: 4:2:0 -> 4:1:1 -> 4:2:0, through both semi-planar directions.
+  // 4:2:0 -> 4:1:1 -> 4:2:0, through both semi-planar directions.
   roundTrip("NV12-I411-NV12", {{W, H}, {W, H / 2}}, {{W, H}, {W / 4, H}, {W / 4, H}},
             [&](GuardedPlanes& s, GuardedPlanes& m) { return lumiYCbCr420ToYCbCr411_8u_P2P3R(s.ptr[0], s.steps[0], s.ptr[1], s.steps[1], m.ptr, m.steps, r); },
             [&](GuardedPlanes& m, GuardedPlanes& o) { return lumiYCbCr411ToYCbCr420_8u_P3P2R(m.cptr(), m.steps, o.ptr[0], o.steps[0], o.ptr[1], o.steps[1], r); });

@@ -186,18 +186,18 @@ LayoutCase mk(const char* name, Cls cls, Map map, Order order = Order::NullSize)
 
 const std::vector<LayoutCase>& cases() {
   static const std::vector<LayoutCase> v = {
-      // R1
+      // Packed byte orders
       mk<lumiYCbCr422ToCbYCr422_8u_C2R, Fmt::YUY2, Fmt::UYVY>("YCbCr422ToCbYCr422_C2R", Cls::B, Map::Same),
       mk<lumiCbYCr422ToYCbCr422_8u_C2R, Fmt::UYVY, Fmt::YUY2>("CbYCr422ToYCbCr422_C2R", Cls::B, Map::Same),
       mk<lumiYCbCr422ToYCrCb422_8u_C2R, Fmt::YUY2, Fmt::YVYU>("YCbCr422ToYCrCb422_C2R", Cls::C, Map::Same),
-      // R2
+      // Packed 4:2:2 and planes
       mk<lumiYCbCr422_8u_C2P3R, Fmt::YUY2, Fmt::I422>("YCbCr422_C2P3R", Cls::B, Map::Same),
       mk<lumiYCrCb422ToYCbCr422_8u_C2P3R, Fmt::YVYU, Fmt::I422>("YCrCb422ToYCbCr422_C2P3R", Cls::B, Map::Same),
       mk<lumiCbYCr422ToYCbCr422_8u_C2P3R, Fmt::UYVY, Fmt::I422>("CbYCr422ToYCbCr422_C2P3R", Cls::B, Map::Same),
       mk<lumiYCbCr422_8u_P3C2R, Fmt::I422, Fmt::YUY2>("YCbCr422_P3C2R", Cls::B, Map::Same),
       mk<lumiYCbCr422ToCbYCr422_8u_P3C2R, Fmt::I422, Fmt::UYVY>("YCbCr422ToCbYCr422_P3C2R", Cls::B, Map::Same),
       mk<lumiYCbCr422ToYCrCb422_8u_P3C2R, Fmt::I422, Fmt::YVYU>("YCbCr422ToYCrCb422_P3C2R", Cls::C, Map::Same),
-      // R3
+      // Interleaved and split chroma
       mk<lumiYCbCr420_8u_P2P3R, Fmt::NV12, Fmt::I420>("YCbCr420_P2P3R", Cls::A, Map::Same),
       mk<lumiYCbCr420_8u_P3P2R, Fmt::I420, Fmt::NV12>("YCbCr420_P3P2R", Cls::A, Map::Same),
       // No swap: the destination reads as Y, Cb, Cr.
@@ -206,7 +206,7 @@ const std::vector<LayoutCase>& cases() {
       mk<lumiYCrCb420ToYCbCr420_8u_P3P2R, Fmt::YV12, Fmt::NV12>("YCrCb420ToYCbCr420_P3P2R", Cls::A, Map::Same),
       mk<lumiYCbCr411_8u_P2P3R, Fmt::NV11, Fmt::I411>("YCbCr411_P2P3R", Cls::F, Map::Same),
       mk<lumiYCbCr411_8u_P3P2R, Fmt::I411, Fmt::NV11>("YCbCr411_P3P2R", Cls::F, Map::Same),
-      // R4
+      // 4:2:2 to 4:2:0
       mk<lumiYCbCr422ToYCbCr420_8u_C2P3R, Fmt::YUY2, Fmt::I420>("YCbCr422ToYCbCr420_C2P3R", Cls::A, Map::EvenRows),
       mk<lumiYCrCb422ToYCbCr420_8u_C2P3R, Fmt::YVYU, Fmt::I420>("YCrCb422ToYCbCr420_C2P3R", Cls::A, Map::EvenRows),
       mk<lumiCbYCr422ToYCbCr420_8u_C2P3R, Fmt::UYVY, Fmt::I420>("CbYCr422ToYCbCr420_C2P3R", Cls::A, Map::EvenRows),
@@ -217,7 +217,7 @@ const std::vector<LayoutCase>& cases() {
       mk<lumiCbYCr422ToYCbCr420_8u_C2P2R, Fmt::UYVY, Fmt::NV12>("CbYCr422ToYCbCr420_C2P2R", Cls::A, Map::EvenRows),
       mk<lumiYCbCr422ToYCbCr420_8u_P3R, Fmt::I422, Fmt::I420>("YCbCr422ToYCbCr420_P3R", Cls::A, Map::EvenRows),
       mk<lumiYCbCr422ToYCbCr420_8u_P3P2R, Fmt::I422, Fmt::NV12>("YCbCr422ToYCbCr420_P3P2R", Cls::A, Map::EvenRows),
-      // R5
+      // 4:2:0 to 4:2:2
       mk<lumiYCbCr420ToYCbCr422_8u_P3R, Fmt::I420, Fmt::I422>("YCbCr420ToYCbCr422_P3R", Cls::A, Map::RowTwice),
       mk<lumiYCrCb420ToYCbCr422_8u_P3R, Fmt::YV12, Fmt::I422>("YCrCb420ToYCbCr422_P3R", Cls::A, Map::RowTwice),
       mk<lumiYCbCr420ToYCbCr422_8u_P2P3R, Fmt::NV12, Fmt::I422>("YCbCr420ToYCbCr422_P2P3R", Cls::A, Map::RowTwice),
@@ -225,21 +225,21 @@ const std::vector<LayoutCase>& cases() {
       mk<lumiYCbCr420ToCbYCr422_8u_P2C2R, Fmt::NV12, Fmt::UYVY>("YCbCr420ToCbYCr422_P2C2R", Cls::A, Map::RowTwice),
       mk<lumiYCrCb420ToYCbCr422_8u_P3C2R, Fmt::YV12, Fmt::YUY2>("YCrCb420ToYCbCr422_P3C2R", Cls::A, Map::RowTwice),
       mk<lumiYCrCb420ToCbYCr422_8u_P3C2R, Fmt::YV12, Fmt::UYVY>("YCrCb420ToCbYCr422_P3C2R", Cls::A, Map::RowTwice),
-      // R6
+      // 4:2:2 to 4:1:1
       mk<lumiYCbCr422ToYCbCr411_8u_C2P3R, Fmt::YUY2, Fmt::I411>("YCbCr422ToYCbCr411_C2P3R", Cls::E, Map::EvenCols),
       mk<lumiYCrCb422ToYCbCr411_8u_C2P3R, Fmt::YVYU, Fmt::I411>("YCrCb422ToYCbCr411_C2P3R", Cls::F, Map::EvenCols),
       mk<lumiCbYCr422ToYCbCr411_8u_C2P3R, Fmt::UYVY, Fmt::I411>("CbYCr422ToYCbCr411_C2P3R", Cls::F, Map::EvenCols),
       mk<lumiYCbCr422ToYCbCr411_8u_C2P2R, Fmt::YUY2, Fmt::NV11>("YCbCr422ToYCbCr411_C2P2R", Cls::F, Map::EvenCols),
       mk<lumiYCbCr422ToYCbCr411_8u_P3R, Fmt::I422, Fmt::I411>("YCbCr422ToYCbCr411_P3R", Cls::F, Map::EvenCols),
       mk<lumiYCbCr422ToYCbCr411_8u_P3P2R, Fmt::I422, Fmt::NV11>("YCbCr422ToYCbCr411_P3P2R", Cls::F, Map::EvenCols),
-      // R7
+      // 4:1:1 to 4:2:2
       mk<lumiYCbCr411ToYCbCr422_8u_P3R, Fmt::I411, Fmt::I422>("YCbCr411ToYCbCr422_P3R", Cls::F, Map::ColTwice),
       mk<lumiYCbCr411ToYCrCb422_8u_P3R, Fmt::I411, Fmt::YV16>("YCbCr411ToYCrCb422_P3R", Cls::F, Map::ColTwice),
       mk<lumiYCbCr411ToYCbCr422_8u_P3C2R, Fmt::I411, Fmt::YUY2>("YCbCr411ToYCbCr422_P3C2R", Cls::F, Map::ColTwice),
       mk<lumiYCbCr411ToYCrCb422_8u_P3C2R, Fmt::I411, Fmt::YVYU>("YCbCr411ToYCrCb422_P3C2R", Cls::F, Map::ColTwice),
       mk<lumiYCbCr411ToYCbCr422_8u_P2P3R, Fmt::NV11, Fmt::I422>("YCbCr411ToYCbCr422_P2P3R", Cls::F, Map::ColTwice),
       mk<lumiYCbCr411ToYCbCr422_8u_P2C2R, Fmt::NV11, Fmt::YUY2>("YCbCr411ToYCbCr422_P2C2R", Cls::F, Map::ColTwice),
-      // R8
+      // 4:2:0 and 4:1:1, sample for sample
       mk<lumiYCbCr420ToYCbCr411_8u_P2P3R, Fmt::NV12, Fmt::I411>("YCbCr420ToYCbCr411_P2P3R", Cls::D, Map::To411),
       mk<lumiYCbCr420ToYCbCr411_8u_P3P2R, Fmt::I420, Fmt::NV11>("YCbCr420ToYCbCr411_P3P2R", Cls::D, Map::To411),
       mk<lumiYCrCb420ToYCbCr411_8u_P3P2R, Fmt::YV12, Fmt::NV11>("YCrCb420ToYCbCr411_P3P2R", Cls::D, Map::To411),
@@ -247,7 +247,7 @@ const std::vector<LayoutCase>& cases() {
       mk<lumiYCbCr411ToYCbCr420_8u_P3P2R, Fmt::I411, Fmt::NV12>("YCbCr411ToYCbCr420_P3P2R", Cls::D, Map::To420),
       mk<lumiYCbCr411ToYCbCr420_8u_P2P3R, Fmt::NV11, Fmt::I420>("YCbCr411ToYCbCr420_P2P3R", Cls::D, Map::To420),
       mk<lumiYCbCr411ToYCrCb420_8u_P2P3R, Fmt::NV11, Fmt::YV12>("YCbCr411ToYCrCb420_P2P3R", Cls::D, Map::To420),
-      // R9 to R12
+      // Resamplers
       mk<lumiYCbCr420To411_8u_P3R, Fmt::I420, Fmt::I411>("YCbCr420To411_P3R", Cls::G2, Map::Filtered),
       mk<lumiYCbCr411To420_8u_P3R, Fmt::I411, Fmt::I420>("YCbCr411To420_P3R", Cls::G, Map::Filtered),
       mk<lumiYCbCr420To1620_8u_P3R, Fmt::I420, Fmt::I1620>("YCbCr420To1620_P3R", Cls::G, Map::Filtered),
@@ -390,7 +390,7 @@ TEST(ChromaLayout, NegativeStepWalksBottomUp) {
   for (const auto& c : cases()) checkNegativeStep(c.fc, 68, 8);
 }
 
-// Classes C and F do not test the height: 0 or below writes nothing and succeeds.
+// Functions that do not test the height: 0 or below writes nothing and succeeds.
 TEST(ChromaLayout, UntestedHeightWritesNothing) {
   for (const auto& c : cases()) {
     if (c.fc.heightChecked) continue;

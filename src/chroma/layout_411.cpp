@@ -78,7 +78,7 @@ constexpr int32_t kStreamLuma = 348603;
 
 }  // namespace
 
-// ---- R3: interleave and de-interleave ----------------------------------------------------
+// ---- interleave and de-interleave ----------------------------------------------------
 
 // The entries of pDst are this function's pointers; a null array is refused too
 // rather than read.
@@ -99,7 +99,7 @@ LumStatus lumiYCbCr411_8u_P3P2R(const Lum8u* const pSrc[3], const int srcStep[3]
   return lumStatusOk;
 }
 
-// ---- R6: 4:2:2 to 4:1:1, even chroma samples --------------------------------------------
+// ---- 4:2:2 to 4:1:1, even chroma samples --------------------------------------------
 
 LumStatus lumiYCbCr422ToYCbCr411_8u_C2P3R(const Lum8u* pSrc, int srcStep, Lum8u* const pDst[3],
                                           const int dstStep[3], LumSize roi) {
@@ -156,7 +156,7 @@ LumStatus lumiYCbCr422ToYCbCr411_8u_P3P2R(const Lum8u* const pSrc[3], const int 
   return lumStatusOk;
 }
 
-// ---- R7: 4:1:1 to 4:2:2, each chroma sample twice ----------------------------------------
+// ---- 4:1:1 to 4:2:2, each chroma sample twice ----------------------------------------
 
 LumStatus lumiYCbCr411ToYCbCr422_8u_P3R(const Lum8u* const pSrc[3], const int srcStep[3], Lum8u* const pDst[3],
                                         const int dstStep[3], LumSize roi) {
@@ -215,7 +215,7 @@ LumStatus lumiYCbCr411ToYCbCr422_8u_P2C2R(const Lum8u* pSrcY, int srcYStep, cons
   return lumStatusOk;
 }
 
-// ---- R8: 4:2:0 and 4:1:1, sample for sample ------------------------------------------------
+// ---- 4:2:0 and 4:1:1, sample for sample ------------------------------------------------
 
 LumStatus lumiYCbCr420ToYCbCr411_8u_P2P3R(const Lum8u* pSrcY, int srcYStep, const Lum8u* pSrcCbCr, int srcCbCrStep,
                                           Lum8u* const pDst[3], const int dstStep[3], LumSize roi) {

@@ -62,7 +62,7 @@ constexpr int32_t kStreamLuma = 348603;
 
 }  // namespace
 
-// ---- R3: interleave and de-interleave -----------------------------------------------
+// ---- interleave and de-interleave -----------------------------------------------
 
 LumStatus lumiYCbCr420_8u_P2P3R(const Lum8u* pSrcY, int srcYStep, const Lum8u* pSrcCbCr, int srcCbCrStep,
                                 Lum8u* const pDst[3], const int dstStep[3], LumSize roi) {
@@ -107,7 +107,7 @@ LumStatus lumiYCrCb420ToYCbCr420_8u_P3P2R(const Lum8u* const pSrc[3], const int 
   return lumStatusOk;
 }
 
-// ---- R4: 4:2:2 to 4:2:0, chroma of the even rows -------------------------------------
+// ---- 4:2:2 to 4:2:0, chroma of the even rows -------------------------------------
 
 LumStatus lumiYCbCr422ToYCbCr420_8u_C2P3R(const Lum8u* pSrc, int srcStep, Lum8u* const pDst[3],
                                           const int dstStep[3], LumSize roi) {
@@ -192,7 +192,7 @@ LumStatus lumiYCbCr422ToYCbCr420_8u_P3P2R(const Lum8u* const pSrc[3], const int 
   return lumStatusOk;
 }
 
-// ---- R5: 4:2:0 to 4:2:2, each chroma row twice ----------------------------------------
+// ---- 4:2:0 to 4:2:2, each chroma row twice ----------------------------------------
 
 LumStatus lumiYCbCr420ToYCbCr422_8u_P3R(const Lum8u* const pSrc[3], const int srcStep[3], Lum8u* const pDst[3],
                                         const int dstStep[3], LumSize roi) {
