@@ -73,9 +73,6 @@ void ownYCbCr411ToYCbCr420_8u_P2P3R(LumSize roi, const SrcPlanes& s, const DstPl
   chroma411To420<Pairs, CbCrPlanes>(roi.height / 2, roi.width / 4, s, d);
 }
 
-// Luma copies stream from this many pixels on.
-constexpr int32_t kStreamLuma = 348603;
-
 }  // namespace
 
 // ---- interleave and de-interleave ----------------------------------------------------

@@ -57,9 +57,6 @@ constexpr auto myNV12ToUYVY_8u_P2C2R = pairImage<NV12Row, UYVY, 2, 1>;
 constexpr auto myYV12ToYUY2420_8u_P3C2R = pairImage<PlanarRow, YUY2, 2, 1>;  // planes given as Y, Cb, Cr
 constexpr auto myYV12ToUYVY420_8u_P3C2R = pairImage<PlanarRow, UYVY, 2, 1>;
 
-// Luma copies stream from this many pixels on.
-constexpr int32_t kStreamLuma = 348603;
-
 }  // namespace
 
 // ---- interleave and de-interleave -----------------------------------------------

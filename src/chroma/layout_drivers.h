@@ -87,8 +87,13 @@ inline int32_t add32(I... v) {
 using lum::aligned16;
 inline bool aligned16(int step) { return (step & 15) == 0; }
 
+// Luma copies of the planar forms that stream do so from this many pixels on.
+constexpr int32_t kStreamLuma = 348603;
+
 // Streaming stores once the rows moved outgrow the caches: the summed steps
-// times the height above 512 KiB, and every destination row on 16 bytes.
+// times the height above 512 KiB, and every destination row on 16 bytes. A
+// streamed call ends with a store fence, so its bytes are visible to other
+// threads as soon as it returns.
 inline bool streamRows(int32_t stepSum, int height, const void* pDst, int dstStep) {
   return mul32(stepSum, height) > 524288 && aligned16(pDst) && aligned16(dstStep);
 }
