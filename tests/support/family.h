@@ -101,6 +101,9 @@ struct FnCase {
   LumStatus expected(LumSize roi) const;
   // The function takes no steps: its images are dense, rows without padding.
   bool dense = false;
+  // False when the function lets any height through: a height below 1 writes
+  // nothing and returns okStatus.
+  bool heightChecked = true;
 };
 
 // Status of a good call of the function at this size.

@@ -1,0 +1,443 @@
+// Row kernels and drivers of the chroma layout family, and its size classes.
+//
+// Three kinds of work make up every layout change:
+//  - pair by pair (a packed side is involved): PairRow moves each pixel pair
+//    from one layout to another; pairImage picks the chroma row of each side;
+//  - a packed-to-packed reorder: RepackRow shuffles the bytes of each group;
+//  - planar to planar: luma rows go through the row copy primitive, chroma rows
+//    through CopyRow, ZipRow or UnzipRow.
+// Every vector loop stops at the last whole block; the scalar loop after it
+// computes the same bytes, so a row's result does not depend on its width.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <type_traits>
+
+#include "chroma/pair_layouts.h"
+#include "chroma/wide_blocks.h"
+#include "kernels/primitives.h"
+
+namespace lum::chroma {
+
+// ---- size classes ----------------------------------------------------------
+// Minimums and masks of the family. A class that does not test the height lets
+// a height below 1 through: nothing is written and the call succeeds.
+enum class SizeClass { A, B, C, D, E, F, G, G2 };
+
+// lumStatusBadSize below the class minimum; otherwise masks roi to whole chroma
+// cells and returns lumStatusOk.
+template <SizeClass K>
+inline LumStatus sizeRule(LumSize& roi) {
+  const int w = roi.width, h = roi.height;
+  switch (K) {
+    case SizeClass::A:
+      if (w < 2 || h < 2) return lumStatusBadSize;
+      roi = {w & ~1, h & ~1};
+      break;
+    case SizeClass::B:
+      if (w < 2 || h < 1) return lumStatusBadSize;
+      roi.width = w & ~1;
+      break;
+    case SizeClass::C:
+      if (w < 2) return lumStatusBadSize;
+      roi.width = w & ~1;
+      break;
+    case SizeClass::D:
+      if (w < 4 || h < 2) return lumStatusBadSize;
+      roi = {w & ~3, h & ~1};
+      break;
+    case SizeClass::E:
+      if (w < 4 || h < 1) return lumStatusBadSize;
+      roi.width = w & ~3;
+      break;
+    case SizeClass::F:
+      if (w < 4) return lumStatusBadSize;
+      roi.width = w & ~3;
+      break;
+    case SizeClass::G:
+      if (w < 4 || h < 4 || (w & 3) || (h & 3)) return lumStatusBadSize;
+      break;
+    case SizeClass::G2:
+      if (w < 4 || (w & 3) || h < 2 || (h & 1)) return lumStatusBadSize;
+      break;
+  }
+  return lumStatusOk;
+}
+
+// True when the plane-pointer array or one of its n entries is null. The array
+// is tested first so that a null array is refused, never read.
+template <class T>
+inline bool nullPlanes(T* const* arr, int n = 3) {
+  if (arr == nullptr) return true;
+  for (int i = 0; i < n; ++i)
+    if (arr[i] == nullptr) return true;
+  return false;
+}
+
+// 32-bit signed product, wrapping as the streaming thresholds compute it.
+inline int32_t mul32(int a, int b) { return int32_t(uint32_t(a) * uint32_t(b)); }
+
+// 32-bit signed sum, wrapping likewise.
+template <class... I>
+inline int32_t add32(I... v) {
+  return int32_t((uint32_t(v) + ...));
+}
+
+using lum::aligned16;
+inline bool aligned16(int step) { return (step & 15) == 0; }
+
+// Luma copies of the planar forms that stream do so from this many pixels on.
+constexpr int32_t kStreamLuma = 348603;
+
+// Streaming stores once the rows moved outgrow the caches: the summed steps
+// times the height above 512 KiB, and every destination row on 16 bytes. A
+// streamed call ends with a store fence, so its bytes are visible to other
+// threads as soon as it returns.
+inline bool streamRows(int32_t stepSum, int height, const void* pDst, int dstStep) {
+  return mul32(stepSum, height) > 524288 && aligned16(pDst) && aligned16(dstStep);
+}
+
+// ---- images ---------------------------------------------------------------
+// A packed image: plane 0 only.
+inline SrcPlanes packedSrc(const Lum8u* p, int step) { return packed(p, step); }
+inline DstPlanes packedDst(Lum8u* p, int step) { return packed(p, step); }
+
+// Three planes with a step each; swapChroma exchanges planes 1 and 2 with their
+// steps, so that a Y, Cr, Cb image is read or written as Y, Cb, Cr.
+template <class T>
+inline Planes<T> threePlanes(T* const* p, const int* steps, bool swapChroma = false) {
+  Planes<T> r = planar(p, 3, steps);
+  if (swapChroma) {
+    std::swap(r.p[1], r.p[2]);
+    std::swap(r.step[1], r.step[2]);
+  }
+  return r;
+}
+
+// A luma plane and one plane of interleaved chroma pairs.
+template <class T>
+inline Planes<T> twoPlanes(T* y, int yStep, T* c, int cStep) {
+  Planes<T> r;
+  r.p[0] = y;
+  r.step[0] = yStep;
+  r.p[1] = c;
+  r.step[1] = cStep;
+  return r;
+}
+
+// Row pointers of an image at luma row y and chroma row cy, what a row kernel
+// reads (it takes no steps). Built field by field rather than copied from the
+// image, so no wide reload of freshly stored fields stalls the row loop.
+template <class T>
+inline Planes<T> rowsAt(const Planes<T>& img, int y, int cy) {
+  Planes<T> r;
+  r.p[0] = img.p[0] ? rowAt(img.p[0], y, img.step[0]) : nullptr;
+  for (int i = 1; i < 4; ++i) r.p[i] = img.p[i] ? rowAt(img.p[i], cy, img.step[i]) : nullptr;
+  return r;
+}
+
+// ---- vector width -------------------------------------------------------------
+// The blocks a call runs, chosen once per call: none (scalar twins only),
+// 128-bit, or 256-bit first and 128-bit after.
+enum class Vec { None, Sse, Wide };
+inline Vec vectorPath() {
+  if (!useVector()) return Vec::None;
+  return wide::enabled() ? Vec::Wide : Vec::Sse;
+}
+
+// ---- pair by pair -----------------------------------------------------------
+// One row of width pixels (even): blocks of 32 pixels (256-bit where the call
+// chose them), then of 16, then pairs. The flags choose aligned loads, aligned
+// stores and streaming stores; none changes a byte.
+template <class Src, class Dst, bool SrcAligned = false, bool DstAligned = false, bool Stream = false>
+struct PairRow {
+  static void run(const SrcPlanes& s, const DstPlanes& d, int width, Vec v) {
+    (void)v;
+    int x = 0;
+#if LUM_SIMD_SSE
+    if (v != Vec::None) {
+      if (v == Vec::Wide) x = wide::pairBlocks<Src, Dst>(s.p[0], s.p[1], s.p[2], d.p[0], d.p[1], d.p[2], width, Stream);
+      for (; x + 32 <= width; x += 32) {
+        Pair16 a, b;
+        Src::template load<SrcAligned>(s, x, a);
+        Src::template load<SrcAligned>(s, x + 16, b);
+        Dst::template store<DstAligned, Stream>(d, x, a);
+        Dst::template store<DstAligned, Stream>(d, x + 16, b);
+      }
+      for (; x + 16 <= width; x += 16) {
+        Pair16 a;
+        Src::template load<SrcAligned>(s, x, a);
+        Dst::template store<DstAligned, Stream>(d, x, a);
+      }
+    }
+#endif
+    for (; x + 2 <= width; x += 2) {
+      Pair p;
+      Src::load(s, x, p);
+      Dst::store(d, x, p);
+    }
+  }
+};
+
+// A region pair by pair. SrcV and DstV are the vertical chroma sub-sampling of
+// each side (1: a chroma row per luma row; 2: 4:2:0). A 4:2:0 destination takes
+// its chroma from the even rows; the odd rows give their lumas only, and their
+// chroma is never read into the result. Streaming stores need destination rows
+// that all start on 16 bytes; Aligned promises 16-byte packed and luma rows.
+template <class Src, class Dst, int SrcV, int DstV, bool Aligned = false>
+inline void pairImage(LumSize roi, const SrcPlanes s, const DstPlanes d, bool stream = false) {
+  const Vec v = vectorPath();
+  (void)stream;
+  for (int y = 0; y < roi.height; ++y) {
+    const SrcPlanes sr = rowsAt(s, y, y / SrcV);
+    const DstPlanes dr = rowsAt(d, y, y / DstV);
+    if constexpr (DstV == 2) {
+      if (y & 1) {
+        PairRow<Src, LumaOnly<Dst>, Aligned, Aligned>::run(sr, dr, roi.width, v);
+        continue;
+      }
+    }
+#if LUM_SIMD_SSE
+    if (stream) {
+      PairRow<Src, Dst, Aligned, true, true>::run(sr, dr, roi.width, v);
+      continue;
+    }
+#endif
+    PairRow<Src, Dst, Aligned, Aligned>::run(sr, dr, roi.width, v);
+  }
+#if LUM_SIMD_SSE
+  if (stream) _mm_sfence();
+#endif
+}
+
+// ---- packed to packed --------------------------------------------------------
+// Byte order of one 4-byte group of A rearranged into B's: mask[k] is the source
+// byte of destination byte k.
+template <class A, class B>
+constexpr std::array<int, 4> repackOrder() {
+  std::array<int, 4> m{};
+  m[B::kY0] = A::kY0;
+  m[B::kCb] = A::kCb;
+  m[B::kY1] = A::kY1;
+  m[B::kCr] = A::kCr;
+  return m;
+}
+
+// One packed row of width pixels (even) into another byte order: blocks of 8
+// pixels by one shuffle, then groups.
+template <class A, class B, bool Stream = false>
+struct RepackRow {
+  static void run(const uint8_t* s, uint8_t* d, int width, Vec v) {
+    (void)v;
+    constexpr std::array<int, 4> m = repackOrder<A, B>();
+    const int n = 2 * width;  // bytes
+    int i = 0;
+#if LUM_SIMD_SSE
+    if (v != Vec::None) {
+      if (v == Vec::Wide) i = wide::repackBlocks<A, B>(s, d, n, Stream);
+      const __m128i sh = _mm_setr_epi8(m[0], m[1], m[2], m[3], 4 + m[0], 4 + m[1], 4 + m[2], 4 + m[3],  //
+                                       8 + m[0], 8 + m[1], 8 + m[2], 8 + m[3], 12 + m[0], 12 + m[1], 12 + m[2],
+                                       12 + m[3]);
+      for (; i + 64 <= n; i += 64) {
+        const __m128i a = _mm_shuffle_epi8(bytes::load<16>(s + i), sh);
+        const __m128i b = _mm_shuffle_epi8(bytes::load<16>(s + i + 16), sh);
+        const __m128i c = _mm_shuffle_epi8(bytes::load<16>(s + i + 32), sh);
+        const __m128i e = _mm_shuffle_epi8(bytes::load<16>(s + i + 48), sh);
+        bytes::store<16, Stream, Stream>(d + i, a);
+        bytes::store<16, Stream, Stream>(d + i + 16, b);
+        bytes::store<16, Stream, Stream>(d + i + 32, c);
+        bytes::store<16, Stream, Stream>(d + i + 48, e);
+      }
+      for (; i + 16 <= n; i += 16)
+        bytes::store<16, Stream, Stream>(d + i, _mm_shuffle_epi8(bytes::load<16>(s + i), sh));
+    }
+#endif
+    for (; i + 4 <= n; i += 4) {
+      const uint8_t g[4] = {s[i], s[i + 1], s[i + 2], s[i + 3]};
+      for (int k = 0; k < 4; ++k) d[i + k] = g[m[k]];
+    }
+  }
+};
+
+// A packed region into another byte order. Streaming stores need a destination
+// whose rows all start on 16 bytes.
+template <class A, class B>
+inline void repackImage(LumSize roi, const Lum8u* s, int ss, Lum8u* d, int ds, bool stream) {
+  const Vec v = vectorPath();
+#if LUM_SIMD_SSE
+  if (stream) {
+    for (int y = 0; y < roi.height; ++y) RepackRow<A, B, true>::run(rowAt(s, y, ss), rowAt(d, y, ds), roi.width, v);
+    _mm_sfence();
+    return;
+  }
+#endif
+  (void)stream;
+  for (int y = 0; y < roi.height; ++y) RepackRow<A, B>::run(rowAt(s, y, ss), rowAt(d, y, ds), roi.width, v);
+}
+
+// ---- planar to planar ----------------------------------------------------------
+// Luma plane (plane 0) copied row by row through the row copy primitive. Rows
+// that follow each other without padding on both sides go as one row.
+inline void copyLuma(LumSize roi, const SrcPlanes& s, const DstPlanes& d, bool stream = false) {
+  if (roi.height > 1 && s.step[0] == roi.width && d.step[0] == roi.width &&
+      int64_t(roi.width) * roi.height <= INT32_MAX) {
+    ownccCopy_8u_C1_W7(s.p[0], d.p[0], roi.width * roi.height, stream);
+    return;
+  }
+  for (int y = 0; y < roi.height; ++y)
+    ownccCopy_8u_C1_W7(rowAt(s.p[0], y, s.step[0]), rowAt(d.p[0], y, d.step[0]), roi.width, stream);
+}
+
+// Chroma row pointers of an image at chroma row cy (no luma pointer, no steps).
+template <class T>
+inline Planes<T> chromaRow(const Planes<T>& img, int cy) {
+  Planes<T> r;
+  for (int i = 1; i < 4; ++i) r.p[i] = img.p[i] ? rowAt(img.p[i], cy, img.step[i]) : nullptr;
+  return r;
+}
+
+// n chroma pairs from one side to another, sample j to sample j.
+template <class SC, class DC>
+struct CopyRow {
+  static void run(const SrcPlanes& s, const DstPlanes& d, int n, Vec v) {
+    (void)v;
+    if constexpr (std::is_same_v<SC, CbCrPlanes> && std::is_same_v<DC, CbCrPlanes>) {
+      // Plane to plane is a plain byte copy.
+      ownccCopy_8u_C1_W7(s.p[1], d.p[1], n, false);
+      ownccCopy_8u_C1_W7(s.p[2], d.p[2], n, false);
+    } else {
+      int j = 0;
+#if LUM_SIMD_SSE
+      if (v != Vec::None) {
+        if (v == Vec::Wide) j = wide::copyBlocks<SC, DC>(s.p[1], s.p[2], d.p[1], d.p[2], n);
+        for (; j + 16 <= n; j += 16) {
+          __m128i cb, cr;
+          SC::template get<16>(s, j, cb, cr);
+          DC::template put<16>(d, j, cb, cr);
+        }
+      }
+#endif
+      for (; j < n; ++j) {
+        int cb, cr;
+        SC::get(s, j, cb, cr);
+        DC::put(d, j, cb, cr);
+      }
+    }
+  }
+};
+
+// Two chroma rows a and b of n samples interleaved into one of 2n: sample j of
+// a becomes sample 2j, sample j of b sample 2j + 1. With a == b this repeats
+// every sample.
+template <class SC, class DC>
+struct ZipRow {
+  static void run(const SrcPlanes& a, const SrcPlanes& b, const DstPlanes& d, int n, Vec v) {
+    (void)v;
+    int j = 0;
+#if LUM_SIMD_SSE
+    if (v != Vec::None) {
+      for (; j + 16 <= n; j += 16) {
+        __m128i acb, acr, bcb, bcr;
+        SC::template get<16>(a, j, acb, acr);
+        SC::template get<16>(b, j, bcb, bcr);
+        DC::template put<16>(d, 2 * j, _mm_unpacklo_epi8(acb, bcb), _mm_unpacklo_epi8(acr, bcr));
+        DC::template put<16>(d, 2 * j + 16, _mm_unpackhi_epi8(acb, bcb), _mm_unpackhi_epi8(acr, bcr));
+      }
+    }
+#endif
+    for (; j < n; ++j) {
+      int acb, acr, bcb, bcr;
+      SC::get(a, j, acb, acr);
+      SC::get(b, j, bcb, bcr);
+      DC::put(d, 2 * j, acb, acr);
+      DC::put(d, 2 * j + 1, bcb, bcr);
+    }
+  }
+};
+
+// One chroma row of 2n samples split into two of n: sample 2j goes to row a,
+// sample 2j + 1 to row b. Without KeepOdd only row a is written (the odd
+// samples are dropped).
+template <class SC, class DC, bool KeepOdd>
+struct UnzipRow {
+  static void run(const SrcPlanes& s, const DstPlanes& a, const DstPlanes& b, int n, Vec v) {
+    (void)v;
+    int j = 0;
+#if LUM_SIMD_SSE
+    if (v != Vec::None) {
+      for (; j + 16 <= n; j += 16) {
+        __m128i cb0, cr0, cb1, cr1;
+        SC::template get<16>(s, 2 * j, cb0, cr0);
+        SC::template get<16>(s, 2 * j + 16, cb1, cr1);
+        cb0 = bytes::splitEvenOdd(cb0);
+        cb1 = bytes::splitEvenOdd(cb1);
+        cr0 = bytes::splitEvenOdd(cr0);
+        cr1 = bytes::splitEvenOdd(cr1);
+        DC::template put<16>(a, j, _mm_unpacklo_epi64(cb0, cb1), _mm_unpacklo_epi64(cr0, cr1));
+        if constexpr (KeepOdd)
+          DC::template put<16>(b, j, _mm_unpackhi_epi64(cb0, cb1), _mm_unpackhi_epi64(cr0, cr1));
+      }
+    }
+#endif
+    for (; j < n; ++j) {
+      int cb, cr;
+      SC::get(s, 2 * j, cb, cr);
+      DC::put(a, j, cb, cr);
+      if constexpr (KeepOdd) {
+        SC::get(s, 2 * j + 1, cb, cr);
+        DC::put(b, j, cb, cr);
+      }
+    }
+  }
+};
+
+// ---- chroma planes, row by row -------------------------------------------------
+// Destination chroma row r from source row r * Num / Den, n samples: 1/1 keeps
+// the rows, 2/1 keeps the even source rows (4:2:2 to 4:2:0), 1/2 writes every
+// source row twice (4:2:0 to 4:2:2).
+template <class SC, class DC, int Num, int Den>
+inline void copyChromaRows(int dstRows, int n, const SrcPlanes& s, const DstPlanes& d) {
+  const Vec v = vectorPath();
+  for (int r = 0; r < dstRows; ++r) CopyRow<SC, DC>::run(chromaRow(s, r * Num / Den), chromaRow(d, r), n, v);
+}
+
+// 4:2:2 to 4:1:1 rows: sample j of a destination row is sample 2j of its source
+// row; the odd samples are never read.
+template <class SC, class DC>
+inline void dropOddChroma(int rows, int n, const SrcPlanes& s, const DstPlanes& d) {
+  const Vec v = vectorPath();
+  for (int r = 0; r < rows; ++r) {
+    const DstPlanes dr = chromaRow(d, r);
+    UnzipRow<SC, DC, false>::run(chromaRow(s, r), dr, dr, n, v);
+  }
+}
+
+// 4:1:1 to 4:2:2 rows: sample j of a source row fills samples 2j and 2j + 1.
+template <class SC, class DC>
+inline void repeatChroma(int rows, int n, const SrcPlanes& s, const DstPlanes& d) {
+  const Vec v = vectorPath();
+  for (int r = 0; r < rows; ++r) {
+    const SrcPlanes sr = chromaRow(s, r);
+    ZipRow<SC, DC>::run(sr, sr, chromaRow(d, r), n, v);
+  }
+}
+
+// 4:2:0 to 4:1:1, losing nothing: sample 2j of 4:2:0 row k becomes sample j of
+// 4:1:1 row 2k, sample 2j + 1 sample j of row 2k + 1. n is the 4:1:1 row length.
+template <class SC, class DC>
+inline void chroma420To411(int srcRows, int n, const SrcPlanes& s, const DstPlanes& d) {
+  const Vec v = vectorPath();
+  for (int k = 0; k < srcRows; ++k)
+    UnzipRow<SC, DC, true>::run(chromaRow(s, k), chromaRow(d, 2 * k), chromaRow(d, 2 * k + 1), n, v);
+}
+
+// The exact inverse: 4:1:1 rows 2k and 2k + 1 interleave into 4:2:0 row k.
+template <class SC, class DC>
+inline void chroma411To420(int dstRows, int n, const SrcPlanes& s, const DstPlanes& d) {
+  const Vec v = vectorPath();
+  for (int k = 0; k < dstRows; ++k)
+    ZipRow<SC, DC>::run(chromaRow(s, 2 * k), chromaRow(s, 2 * k + 1), chromaRow(d, k), n, v);
+}
+
+}  // namespace lum::chroma
