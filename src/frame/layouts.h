@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 
 #include "frame/rows.h"
 #include "frame/simd.h"
@@ -155,14 +156,16 @@ struct C4 {
   template <bool WriteAlpha>
   static void store(const DstPlanes& d, int x, const Vx& o) {
     uint8_t* p = d.p[0] + 4 * x;
-    __m128i m[4] = {o.v[I0], o.v[I1], o.v[I2], o.v[3]};
-    if constexpr (!WriteAlpha) {
-      // Keep the destination's alpha: take it back from memory before the store.
-      __m128i old[4];
-      detail::deinterleave4(p, old);
-      m[3] = old[3];
+    const __m128i m[4] = {o.v[I0], o.v[I1], o.v[I2], o.v[3]};
+    if constexpr (WriteAlpha) {
+      detail::interleave4(p, m);
+    } else {
+      // Kept alpha is never written, not even with its own value: the three colour
+      // bytes of each pixel are stored by themselves.
+      alignas(16) uint8_t bytes[32];
+      detail::interleave4(bytes, m);
+      for (int i = 0; i < 8; ++i) std::memcpy(p + 4 * i, bytes + 4 * i, 3);
     }
-    detail::interleave4(p, m);
   }
 #endif
 };
