@@ -1,24 +1,12 @@
-// Whether the 256-bit layout blocks may run: asked of the processor once per
-// process, and switchable per thread so that tests can compare them with the
-// 128-bit blocks.
+// Whether the 256-bit layout blocks may run: the library-wide answer (processor
+// has AVX2, not switched off on this thread by a test).
 #include "chroma/wide_blocks.h"
+#include "frame/wide.h"
 
 namespace lum::chroma::wide {
-namespace {
-thread_local bool tOn = true;
 
-bool processorHasAvx2() noexcept {
-#if LUM_SIMD_SSE && defined(__GNUC__)
-  static const bool has = __builtin_cpu_supports("avx2");
-  return has;
-#else
-  return false;
-#endif
-}
-}  // namespace
-
-bool enabled() noexcept { return tOn && processorHasAvx2(); }
-void setEnabled(bool on) noexcept { tOn = on; }
-bool NarrowScope::enabledOnThread() noexcept { return tOn; }
+bool enabled() noexcept { return lum::wideEnabled() && lum::cpuHasAvx2(); }
+void setEnabled(bool on) noexcept { lum::setWideEnabled(on); }
+bool NarrowScope::enabledOnThread() noexcept { return lum::wideEnabled(); }
 
 }  // namespace lum::chroma::wide

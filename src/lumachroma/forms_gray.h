@@ -291,7 +291,7 @@ struct GrayF64 {
 };
 
 #if LUM_SIMD_SSE
-// 256-bit twins of the blocks above, for processors with AVX2 (gray_avx2.cpp).
+// 256-bit twins of the blocks above, for processors with AVX2 (gray_wide.cpp).
 // Each converts the longest run of whole 256-bit steps from the row's start
 // and returns the pixels done; the caller tests usable() on every call.
 namespace avx2 {

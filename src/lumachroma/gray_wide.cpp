@@ -3,17 +3,22 @@
 // with the same lane arithmetic, so results never depend on which block runs.
 // Every header comes first, so that only the functions defined below the
 // target switch are compiled for AVX2; callers test the processor first
-// (avx2::usable()).
+// (avx2::usable()). The file is named outside the *_avx2.cpp pattern on purpose:
+// the whole-file AVX2 flag would also compile the shared headers for AVX2.
+#include "frame/wide.h"
 #include "lumachroma/forms_gray.h"
 
 #if LUM_SIMD_SSE
+
+namespace lum::gray::avx2 {
+// Asked before any AVX2 code runs, so it is built for the baseline processor.
+bool usable() noexcept { return lum::wideEnabled() && lum::cpuHasAvx2(); }
+}  // namespace lum::gray::avx2
 
 #pragma GCC push_options
 #pragma GCC target("avx2")
 
 namespace lum::gray::avx2 {
-
-bool usable() noexcept { return __builtin_cpu_supports("avx2"); }
 
 namespace {
 
