@@ -2,6 +2,7 @@
 // aligned twins, dense forms, and known answers of the family's edge cases.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstring>
@@ -109,20 +110,20 @@ const std::vector<Case422>& cases() {
                  16, true, true, kRGB, kYCbCr});
     Case422 yuvC3P3{mk("RGBToYUV422_C3P3R", C3, P3hOut, NSP, 1, [](const B& b, LumSize r) {
                       return lumiRGBToYUV422_8u_C3P3R(b.srcPtr(), b.srcStep, b.dstPlanes(), b.dstSteps, r); }),
-                    8, true, true, kRGB, kPlanes};
+                    16, true, true, kRGB, kPlanes};
     yuvC3P3.alignShows = true;
     t.push_back(yuvC3P3);
     t.push_back({mk("RGBToYUV422_P3R", P3, P3hOut, NSP, 1, [](const B& b, LumSize r) {
                    return lumiRGBToYUV422_8u_P3R(b.srcPlanes(), b.srcStep, b.dstPlanes(), b.dstSteps, r); }),
-                 8, true, true, kRGB, kPlanes});
+                 16, true, true, kRGB, kPlanes});
     Case422 denseC3P3{dense(mk("RGBToYUV422_C3P3", C3, P3hIn, NSP, 1, [](const B& b, LumSize r) {
                         return lumiRGBToYUV422_8u_C3P3(b.srcPtr(), b.dstPlanes(), r); })),
-                      8, true, true, kRGB, kPlanes};
+                      16, true, true, kRGB, kPlanes};
     denseC3P3.alignShows = true;
     t.push_back(denseC3P3);
     t.push_back({dense(mk("RGBToYUV422_P3", P3, P3hIn, NSP, 1, [](const B& b, LumSize r) {
                    return lumiRGBToYUV422_8u_P3(b.srcPlanes(), b.dstPlanes(), r); })),
-                 8, true, true, kRGB, kPlanes});
+                 16, true, true, kRGB, kPlanes});
     // ---- inverse
     t.push_back({mk("YCbCr422ToRGB_C2C3R", C2, C3, NS, 1, [](const B& b, LumSize r) {
                    return lumiYCbCr422ToRGB_8u_C2C3R(b.srcPtr(), b.srcStep, b.dstPtr(), b.dstStep, r); }),
@@ -580,6 +581,48 @@ TEST(Rgb422, ThreeTapChromaFallsShortAtTheRowStart) {
   }
 }
 
+// The planar YUV kernels run blocks of 16 pixels, as the packed one: a row
+// narrower than 16 and the pairs past width & ~15 all take the tail, whose
+// values follow from the pair sums: Y = y32 >> 16, the differences rounded by
+// 65535, then 0.492 and 0.877 in Q17; U as its low byte, V clamped.
+TEST(Rgb422, YuvPlanarTailTakesThePairsPastTheLastSixteen) {
+  std::mt19937 rng(29);
+  // Block and tail agree on most pairs: many random rows, so that some do not.
+  for (int trial = 0; trial < 64; ++trial)
+  for (int w : {6, 8, 14, 24, 30}) {
+    SCOPED_TRACE(testing::Message() << "width " << w);
+    std::vector<uint8_t> rgb(size_t(3 * w)), pl[3];
+    std::vector<uint8_t> y(static_cast<size_t>(w)), u(static_cast<size_t>(w / 2)), v(static_cast<size_t>(w / 2));
+    for (auto& b : rgb) b = uint8_t(rng());
+    for (int k = 0; k < 3; ++k)
+      for (int x = 0; x < w; ++x) pl[k].push_back(rgb[size_t(3 * x + k)]);
+    const int x0 = w & ~15;
+    auto check = [&](const char* fn) {
+      SCOPED_TRACE(fn);
+      for (int x = x0; x + 1 < w; x += 2) {
+        const uint8_t* a = &rgb[size_t(3 * x)];
+        const uint8_t* b = a + 3;
+        const int ya = 19595 * a[0] + 38470 * a[1] + 7471 * a[2], yb = 19595 * b[0] + 38470 * b[1] + 7471 * b[2];
+        const int ys = ya + yb;
+        const int dB = (((a[2] + b[2]) << 16) - ys + 65535) >> 16, dR = (((a[0] + b[0]) << 16) - ys + 65535) >> 16;
+        EXPECT_EQ(y[size_t(x)], ya >> 16) << x;
+        EXPECT_EQ(y[size_t(x + 1)], yb >> 16) << x;
+        EXPECT_EQ(u[size_t(x / 2)], uint8_t(((dB * 32244) >> 17) + 128)) << x;
+        EXPECT_EQ(v[size_t(x / 2)], std::clamp(((dR * 57475) >> 17) + 128, 0, 255)) << x;
+      }
+    };
+    Lum8u* dst[3] = {y.data(), u.data(), v.data()};
+    const int dstStep[3] = {w, w / 2, w / 2};
+    // Three-byte source rows of 3 * w bytes are never all aligned here, so the
+    // general kernel runs.
+    ASSERT_EQ(lumiRGBToYUV422_8u_C3P3R(rgb.data(), 3 * w, dst, dstStep, LumSize{w, 1}), lumStatusOk);
+    check("C3P3R");
+    const Lum8u* src[3] = {pl[0].data(), pl[1].data(), pl[2].data()};
+    ASSERT_EQ(lumiRGBToYUV422_8u_P3R(src, w, dst, dstStep, LumSize{w, 1}), lumStatusOk);
+    check("P3R");
+  }
+}
+
 // Width 1 of YUV422ToRGB_C2C3R: one chroma sample serves as U and V, with no
 // rounding add; width 2 runs the ordinary tail (SU3, rounded, U and V apart).
 TEST(Rgb422, YuvWidthOneUsesItsOneChromaSampleTwice) {
@@ -659,8 +702,9 @@ TEST(Rgb422, AlignedYuvPlanarKernelDiffersByOne) {
   }
   EXPECT_GT(differ, 0);
   EXPECT_LT(differ, int(da.size()) / 4);
-  // Pure green: V below zero. The general kernel clamps it to 0, the aligned one
-  // limits V at the top only and keeps its low byte.
+  // Pure green: V below zero. The general kernel clamps it to 0, and so does the
+  // aligned kernel's block; its tail limits V at the top only and keeps the low
+  // byte of -3.
   for (auto* ci : {&a, &u})
     for (int y = 0; y < roi.height; ++y)
       for (int x = 0; x < roi.width; ++x) {
@@ -672,7 +716,7 @@ TEST(Rgb422, AlignedYuvPlanarKernelDiffersByOne) {
   ASSERT_EQ(c.fc.call(u.buffers(), LumSize{18, 1}), lumStatusOk);
   for (int k = 0; k < 9; ++k) {
     EXPECT_EQ(u.dst[2].row(0)[k], 0) << k;
-    EXPECT_EQ(a.dst[2].row(0)[k], 253) << k;
+    EXPECT_EQ(a.dst[2].row(0)[k], k < 8 ? 0 : 253) << k;
   }
 }
 

@@ -331,7 +331,8 @@ using YUV422TailP3 = YUV422Tail<0, 65535>;
 //   V = min(255, (((32768 R - y + 32767) >> 15) * 28737 >> 15) + 128)
 // taken at the pair's mean colour exactly (sums and doubled offsets, one more bit
 // of shift). V is limited at the top only and stored as its low byte, so a V
-// below zero wraps; the block below does the same.
+// below zero wraps: a quirk of this tail alone. The block below clamps at both
+// ends, as every other YUV block does.
 struct V8Tail {
   static constexpr bool kUsesPrev = false;
   static int y15(const int* p) { return 9798 * p[0] + 19235 * p[1] + 3736 * p[2]; }
@@ -351,7 +352,8 @@ struct V8Tail {
 // half coefficients 4899, 9617, 1868, truncated (>> 6). The pair's difference
 // D = 64 s - (l64a + l64b) is 128 times the mean colour's difference; it is
 // rounded to a whole code as the tail does (+63 for U, +127 for V, >> 7), then
-// mulhrs16s with 8061 and 14369 (0.492 and 0.877 halved) at the scale of 64.
+// mulhrs16s with 8061 and 14369 (0.492 and 0.877 halved) at the scale of 64;
+// 128 added and clamped to 0..255.
 struct V8Block {
   static constexpr bool kUsesPrev = false;
   static int luma64(int r, int g, int b) {
@@ -366,8 +368,7 @@ struct V8Block {
     out[0] = clamp8(la >> 6);
     out[1] = clamp8(lb >> 6);
     out[2] = clamp8(chroma(a[2] + b[2], la + lb, 63, 8061));
-    const int v = chroma(a[0] + b[0], la + lb, 127, 14369);
-    out[3] = (v > 255 ? 255 : v) & 255;
+    out[3] = clamp8(chroma(a[0] + b[0], la + lb, 127, 14369));
   }
 #if LUM_SIMD_SSE
   static V luma64(V r, V g, V b) {
@@ -384,8 +385,7 @@ struct V8Block {
     o.y[1] = clamp8(sra16<6>(lb));
     const V lsum = pairSums(la, lb);
     o.cb = clamp8(chroma(pairSums(a[2], b[2]), lsum, 63, 8061));
-    const V v = _mm_min_epi16(chroma(pairSums(a[0], b[0]), lsum, 127, 14369), set16(255));
-    o.cr = _mm_and_si128(v, set16(255));
+    o.cr = clamp8(chroma(pairSums(a[0], b[0]), lsum, 127, 14369));
   }
 #endif
 };

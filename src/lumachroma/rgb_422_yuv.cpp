@@ -12,9 +12,10 @@ namespace {
 
 // Forward kernels: an odd last column is left as it was.
 using innerRGBToYUV422_8u_C3C2R = PairsThenTail<16, YUV422BlockC2, YUV422TailC2, L::RGB, K::YCbCr422>;
-// The planar kernels take 16, then 8 pixels a step: the block covers width & ~7.
-using innerRGBToYUV422_8u_C3P3R = PairsThenTail<8, YUV422BlockP3, YUV422TailP3, L::RGB, K::P3h>;
-using innerRGBToYUV422_8u_P3R = PairsThenTail<8, YUV422BlockP3, YUV422TailP3, L::P3, K::P3h>;
+// The planar kernels step as the packed one, 16 pixels a block: the block covers
+// width & ~15 and the tail takes the rest.
+using innerRGBToYUV422_8u_C3P3R = PairsThenTail<16, YUV422BlockP3, YUV422TailP3, L::RGB, K::P3h>;
+using innerRGBToYUV422_8u_P3R = PairsThenTail<16, YUV422BlockP3, YUV422TailP3, L::P3, K::P3h>;
 // The aligned kernel runs 16 pixels (48 source bytes, three aligned loads) a step.
 using inner_V8_RGBToYUV422_8u_C3P3R = PairsThenTail<16, V8Block, V8Tail, L::RGB, K::P3h>;
 
