@@ -5,6 +5,7 @@
 // scalar twin (the block form's pixel()) computes the same lanes.
 #pragma once
 
+#include "frame/lanes.h"
 #include "frame/layouts.h"
 
 namespace lum {
@@ -20,6 +21,7 @@ enum class Alpha {
 // Per-call constants handed to the row kernels.
 struct RowCtx {
   int aval = 0;
+  bool wide = false;  // the sixteen-lane blocks run (set once per call by image())
 };
 
 namespace detail {
@@ -53,6 +55,27 @@ constexpr bool hasBlock() {
 #endif
 }
 
+// A form whose blocks also run sixteen lanes at a time (AVX2). Its vector code is
+// the lane-set template vblock<O>, whose last lanes the stores clamp (every
+// vector store narrows with unsigned saturation, which is clamp8). The wide
+// groups are instantiated, one per form and layouts, in an *_avx2.cpp file
+// (kernel_avx2.h); marking a form Wide is what asks for them.
+template <class Form>
+struct Wide : Form {
+  static constexpr bool kWide = true;
+};
+template <class Form>
+constexpr bool isWide() {
+  return requires { Form::kWide; };
+}
+
+namespace wide16 {
+// Form over pixels [x0, x1) of a row in groups of sixteen; returns the first
+// pixel it left. Defined in kernel_avx2.h, instantiated in *_avx2.cpp files.
+template <class Form, class Src, class Dst, Alpha A>
+int blocks(const SrcPlanes& s, const DstPlanes& d, int x0, int x1, const RowCtx& c);
+}  // namespace wide16
+
 // Runs one form over pixels [x0, x1) of a row by the scalar pixel() rule.
 template <class Form, class Src, class Dst, Alpha A>
 inline void runPixels(const SrcPlanes& s, const DstPlanes& d, int x0, int x1, const RowCtx& c) {
@@ -72,12 +95,24 @@ inline void runBlocks(const SrcPlanes& s, const DstPlanes& d, int x0, int x1, co
   int x = x0;
 #if LUM_SIMD_SSE
   if (hasBlock<Form>() && useVector()) {
-    for (; x + 8 <= x1; x += 8) {
-      layout::Vx in, out;
-      Src::load(s, x, in);
-      if constexpr (hasBlock<Form>()) Form::block(in.v, out.v);
-      detail::setAlpha<A>(out, in, c);
-      Dst::template store<A != Alpha::Keep>(d, x, out);
+    if constexpr (isWide<Form>()) {
+      // Sixteen lanes, then eight, of the lane-set form; the stores clamp.
+      if (c.wide) x = wide16::blocks<Form, Src, Dst, A>(s, d, x, x1, c);
+      for (; x + 8 <= x1; x += 8) {
+        layout::Vx in, out;
+        Src::load(s, x, in);
+        Form::template vblock<lanes::Sse>(in.v, out.v);
+        detail::setAlpha<A>(out, in, c);
+        Dst::template store<A != Alpha::Keep>(d, x, out);
+      }
+    } else {
+      for (; x + 8 <= x1; x += 8) {
+        layout::Vx in, out;
+        Src::load(s, x, in);
+        if constexpr (hasBlock<Form>()) Form::block(in.v, out.v);
+        detail::setAlpha<A>(out, in, c);
+        Dst::template store<A != Alpha::Keep>(d, x, out);
+      }
     }
   }
 #endif
@@ -99,14 +134,42 @@ struct BlockThenTail {
     if constexpr (!std::is_same_v<TailForm, NoBlock>)
       runBlocks<TailForm, Src, Dst, TailAlpha>(s, d, blockEnd, width, c);
   }
-  // Whole region, row by row.
+  // Whole region, row by row. Whether the sixteen-lane blocks run is asked once here.
   static void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, const RowCtx& c = {}) {
-    for (int y = 0; y < roi.height; ++y) row(s.row(y), d.row(y), roi.width, c);
+    RowCtx rc = c;
+    if constexpr (isWide<BlockForm>() || isWide<TailForm>()) rc.wide = useWide();
+    for (int y = 0; y < roi.height; ++y) row(s.row(y), d.row(y), roi.width, rc);
   }
 };
 
 // Every pixel by the tail form alone.
 template <class TailForm, class Src, class Dst, Alpha A = Alpha::Keep>
 using TailOnly = BlockThenTail<1, NoBlock, TailForm, Src, Dst, A, A>;
+
+namespace detail {
+// The form marked for wide blocks where it has a vector block at all.
+template <class F>
+struct WideOf {
+  using type = std::conditional_t<hasBlock<F>(), Wide<F>, F>;
+};
+template <>
+struct WideOf<NoBlock> {
+  using type = NoBlock;
+};
+}  // namespace detail
+
+// BlockThenTail whose vector forms also run sixteen lanes at a time where the
+// processor has AVX2; the split between block and tail, and every sample, stay
+// those of BlockThenTail. The tail form goes wide only where a tail can hold
+// sixteen pixels (no block form, or blocks wider than 16).
+template <int Cover, class BlockForm, class TailForm, class Src, class Dst, Alpha BlockAlpha = Alpha::Keep,
+          Alpha TailAlpha = BlockAlpha>
+using WideBlockThenTail =
+    BlockThenTail<Cover, typename detail::WideOf<BlockForm>::type,
+                  std::conditional_t<std::is_same_v<BlockForm, NoBlock> || (Cover > 16),
+                                     typename detail::WideOf<TailForm>::type, TailForm>,
+                  Src, Dst, BlockAlpha, TailAlpha>;
+template <class TailForm, class Src, class Dst, Alpha A = Alpha::Keep>
+using WideTailOnly = WideBlockThenTail<1, NoBlock, TailForm, Src, Dst, A, A>;
 
 }  // namespace lum
