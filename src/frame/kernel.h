@@ -21,7 +21,6 @@ enum class Alpha {
 // Per-call constants handed to the row kernels.
 struct RowCtx {
   int aval = 0;
-  bool wide = false;  // the sixteen-lane blocks run (set once per call by image())
 };
 
 namespace detail {
@@ -58,8 +57,8 @@ constexpr bool hasBlock() {
 // A form whose blocks also run sixteen lanes at a time (AVX2). Its vector code is
 // the lane-set template vblock<O>, whose last lanes the stores clamp (every
 // vector store narrows with unsigned saturation, which is clamp8). The wide
-// groups are instantiated, one per form and layouts, in an *_avx2.cpp file
-// (kernel_avx2.h); marking a form Wide is what asks for them.
+// row driver is instantiated, one per form and layouts, in an *_avx2.cpp file
+// (kernel_avx2.h); marking a form Wide is what asks for it.
 template <class Form>
 struct Wide : Form {
   static constexpr bool kWide = true;
@@ -70,10 +69,14 @@ constexpr bool isWide() {
 }
 
 namespace wide16 {
-// Form over pixels [x0, x1) of a row in groups of sixteen; returns the first
-// pixel it left. Defined in kernel_avx2.h, instantiated in *_avx2.cpp files.
+// The rest of one row from pixel x on, run by the eight-lane blocks and the
+// scalar twins: what the wide driver hands back to the baseline code.
+using RowRest = void (*)(const SrcPlanes& s, const DstPlanes& d, int x, int width, const RowCtx& c);
+// Row driver of the wide blocks: in each row, Form over the first
+// leadEnd & ~15 pixels in groups of sixteen, then rest() from there when the
+// row goes on. Defined in kernel_avx2.h, instantiated in *_avx2.cpp files.
 template <class Form, class Src, class Dst, Alpha A>
-int blocks(const SrcPlanes& s, const DstPlanes& d, int x0, int x1, const RowCtx& c);
+void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, int leadEnd, const RowCtx& c, RowRest rest);
 }  // namespace wide16
 
 // Runs one form over pixels [x0, x1) of a row by the scalar pixel() rule.
@@ -96,8 +99,7 @@ inline void runBlocks(const SrcPlanes& s, const DstPlanes& d, int x0, int x1, co
 #if LUM_SIMD_SSE
   if (hasBlock<Form>() && useVector()) {
     if constexpr (isWide<Form>()) {
-      // Sixteen lanes, then eight, of the lane-set form; the stores clamp.
-      if (c.wide) x = wide16::blocks<Form, Src, Dst, A>(s, d, x, x1, c);
+      // The lane-set form; the stores clamp.
       for (; x + 8 <= x1; x += 8) {
         layout::Vx in, out;
         Src::load(s, x, in);
@@ -125,20 +127,35 @@ inline void runBlocks(const SrcPlanes& s, const DstPlanes& d, int x0, int x1, co
 template <int Cover, class BlockForm, class TailForm, class Src, class Dst,
           Alpha BlockAlpha = Alpha::Keep, Alpha TailAlpha = BlockAlpha>
 struct BlockThenTail {
-  static void row(const SrcPlanes& s, const DstPlanes& d, int width, const RowCtx& c) {
+  static constexpr bool kNoBlock = std::is_same_v<BlockForm, NoBlock>;
+  // The form that starts each row, and how far it goes.
+  using Lead = std::conditional_t<kNoBlock, TailForm, BlockForm>;
+  static constexpr Alpha kLeadAlpha = kNoBlock ? TailAlpha : BlockAlpha;
+  static int leadEnd(int width) { return kNoBlock ? width : width & ~(Cover - 1); }
+
+  // The row from pixel x on; x is 0 or lies inside the lead form's part.
+  static void rowFrom(const SrcPlanes& s, const DstPlanes& d, int x, int width, const RowCtx& c) {
     int blockEnd = 0;
-    if constexpr (!std::is_same_v<BlockForm, NoBlock>) {
+    if constexpr (!kNoBlock) {
       blockEnd = width & ~(Cover - 1);
-      runBlocks<BlockForm, Src, Dst, BlockAlpha>(s, d, 0, blockEnd, c);
+      runBlocks<BlockForm, Src, Dst, BlockAlpha>(s, d, x, blockEnd, c);
     }
     if constexpr (!std::is_same_v<TailForm, NoBlock>)
-      runBlocks<TailForm, Src, Dst, TailAlpha>(s, d, blockEnd, width, c);
+      runBlocks<TailForm, Src, Dst, TailAlpha>(s, d, blockEnd > x ? blockEnd : x, width, c);
   }
-  // Whole region, row by row. Whether the sixteen-lane blocks run is asked once here.
+  static void row(const SrcPlanes& s, const DstPlanes& d, int width, const RowCtx& c) { rowFrom(s, d, 0, width, c); }
+  // Whole region, row by row. A wide lead form runs sixteen lanes at a time
+  // where the processor allows it, which is asked once here.
   static void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, const RowCtx& c = {}) {
-    RowCtx rc = c;
-    if constexpr (isWide<BlockForm>() || isWide<TailForm>()) rc.wide = useWide();
-    for (int y = 0; y < roi.height; ++y) row(s.row(y), d.row(y), roi.width, rc);
+#if LUM_SIMD_SSE
+    if constexpr (isWide<Lead>()) {
+      if (useWide()) {
+        wide16::image<Lead, Src, Dst, kLeadAlpha>(roi, s, d, leadEnd(roi.width), c, &rowFrom);
+        return;
+      }
+    }
+#endif
+    for (int y = 0; y < roi.height; ++y) row(s.row(y), d.row(y), roi.width, c);
   }
 };
 
@@ -158,16 +175,15 @@ struct WideOf<NoBlock> {
 };
 }  // namespace detail
 
-// BlockThenTail whose vector forms also run sixteen lanes at a time where the
-// processor has AVX2; the split between block and tail, and every sample, stay
-// those of BlockThenTail. The tail form goes wide only where a tail can hold
-// sixteen pixels (no block form, or blocks wider than 16).
+// BlockThenTail whose lead form (the block form, or the tail form where there
+// is none) also runs sixteen lanes at a time where the processor has AVX2; the
+// split between block and tail, and every sample, stay those of BlockThenTail.
 template <int Cover, class BlockForm, class TailForm, class Src, class Dst, Alpha BlockAlpha = Alpha::Keep,
           Alpha TailAlpha = BlockAlpha>
 using WideBlockThenTail =
     BlockThenTail<Cover, typename detail::WideOf<BlockForm>::type,
-                  std::conditional_t<std::is_same_v<BlockForm, NoBlock> || (Cover > 16),
-                                     typename detail::WideOf<TailForm>::type, TailForm>,
+                  std::conditional_t<std::is_same_v<BlockForm, NoBlock>, typename detail::WideOf<TailForm>::type,
+                                     TailForm>,
                   Src, Dst, BlockAlpha, TailAlpha>;
 template <class TailForm, class Src, class Dst, Alpha A = Alpha::Keep>
 using WideTailOnly = WideBlockThenTail<1, NoBlock, TailForm, Src, Dst, A, A>;

@@ -11,27 +11,41 @@
 
 #if LUM_SIMD_SSE && defined(__AVX2__)
 namespace lum::wide16 {
-
+namespace {
+// Form over pixels [0, n) of one row, n a multiple of 16. The planes come by
+// value, so their pointers stay in registers whatever the stores may alias.
 template <class Form, class Src, class Dst, Alpha A>
-int blocks(const SrcPlanes& src, const DstPlanes& dst, int x0, int x1, const RowCtx& c) {
+inline void row(const SrcPlanes s, const DstPlanes d, int n, typename lanes::Avx2::V aval) {
   using O = lanes::Avx2;
   using V = O::V;
-  // Local copies: the stores may alias anything, and the row pointers and
-  // constants should stay in registers through the loop.
-  const SrcPlanes s = src;
-  const DstPlanes d = dst;
-  const V aval = O::set(c.aval);
-  int x = x0;
-  for (; x + 16 <= x1; x += 16) {
+  constexpr layout16::Order Ord = layout16::bestOrder<Src, Dst>();
+  for (int x = 0; x < n; x += 16) {
     V in[4], out[4];
-    layout16::Of<Src>::template load<A == Alpha::Source>(s, x, in);
+    layout16::Of<Src>::template load<Ord, A == Alpha::Source>(s, x, in);
     Form::template vblock<O>(in, out);
     if constexpr (A == Alpha::Zero) out[3] = O::zero();
     if constexpr (A == Alpha::Aval) out[3] = aval;
     if constexpr (A == Alpha::Source) out[3] = in[3];
-    layout16::Of<Dst>::template store<A != Alpha::Keep>(d, x, out);
+    layout16::Of<Dst>::template store<Ord, A != Alpha::Keep>(d, x, out);
   }
-  return x;
+}
+}  // namespace
+
+template <class Form, class Src, class Dst, Alpha A>
+void image(LumSize roi, const SrcPlanes& src, const DstPlanes& dst, int leadEnd, const RowCtx& c, RowRest rest) {
+  const int n = leadEnd & ~15;
+  const typename lanes::Avx2::V aval = lanes::Avx2::set(c.aval);
+  for (int y = 0; y < roi.height; ++y) {
+    // Row y of every plane in use, as rowAt() makes it.
+    SrcPlanes s = src;
+    DstPlanes d = dst;
+    for (int i = 0; i < 4; ++i) {
+      if (s.p[i]) s.p[i] += std::ptrdiff_t(y) * s.step[i];
+      if (d.p[i]) d.p[i] += std::ptrdiff_t(y) * d.step[i];
+    }
+    row<Form, Src, Dst, A>(s, d, n, aval);
+    if (n < roi.width) rest(s, d, n, roi.width, c);
+  }
 }
 
 }  // namespace lum::wide16

@@ -3,9 +3,13 @@
 // everything here has internal linkage so that no AVX2 code can stand in for
 // a function the baseline files share.
 //
-// Lane order is the pixels' own: pixels 0..7 of the group in the low 128-bit
-// half, 8..15 in the high half, for every layout, so any source layout meets
-// any destination layout. Stores narrow with unsigned saturation (clamp8).
+// Two lane orders serve the layouts, and a row kernel picks the one its pair
+// of layouts moves most cheaply (bestOrder): Natural puts pixels 0..7 of the
+// group in the low 128-bit half and 8..15 in the high half; Quads puts pixels
+// 0..3, 8..11 low and 4..7, 12..15 high, which is how 4-byte pixels split and
+// merge inside 128-bit halves without crossing them. The forms work lane by
+// lane, so the order never changes a sample. Stores narrow with unsigned
+// saturation (clamp8).
 #pragma once
 
 #include "frame/layouts.h"
@@ -32,28 +36,61 @@ inline V both(int8_t a0, int8_t a1, int8_t a2, int8_t a3, int8_t a4, int8_t a5, 
       _mm_setr_epi8(a0, a1, a2, a3, a4, a5, a6, a7, a8, a9, a10, a11, a12, a13, a14, a15));
 }
 
-// Sixteen bytes widened to sixteen 16-bit lanes.
-inline V widen(const uint8_t* p) { return _mm256_cvtepu8_epi16(loadu(p)); }
-// Sixteen 16-bit lanes narrowed (clamp8) to sixteen bytes at p.
-inline void narrow(uint8_t* p, V v) {
-  _mm_storeu_si128(reinterpret_cast<H*>(p),
-                   _mm_packus_epi16(_mm256_castsi256_si128(v), _mm256_extracti128_si256(v, 1)));
+enum class Order { Natural, Quads };
+
+// Sixteen bytes at p as sixteen 16-bit lanes.
+template <Order Ord>
+inline V widen(const uint8_t* p) {
+  if constexpr (Ord == Order::Natural) {
+    return _mm256_cvtepu8_epi16(loadu(p));
+  } else {
+    const V m = _mm256_setr_epi8(0, Z, 1, Z, 2, Z, 3, Z, 8, Z, 9, Z, 10, Z, 11, Z,  //
+                                 4, Z, 5, Z, 6, Z, 7, Z, 12, Z, 13, Z, 14, Z, 15, Z);
+    return _mm256_shuffle_epi8(_mm256_broadcastsi128_si256(loadu(p)), m);
+  }
 }
+// Two vectors of sixteen 16-bit lanes narrowed (clamp8) to 32 bytes: the low 16
+// hold a, the high 16 b, each in pixel order.
+template <Order Ord>
+inline V narrow2(V a, V b) {
+  // packus leaves 4-byte runs of a and b in each half; put them in pixel order.
+  const V idx = Ord == Order::Natural ? _mm256_setr_epi32(0, 1, 4, 5, 2, 3, 6, 7)
+                                      : _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7);
+  return _mm256_permutevar8x32_epi32(_mm256_packus_epi16(a, b), idx);
+}
+inline void store16(uint8_t* p, H v) { _mm_storeu_si128(reinterpret_cast<H*>(p), v); }
+inline H lo(V v) { return _mm256_castsi256_si128(v); }
+inline H hi(V v) { return _mm256_extracti128_si256(v, 1); }
 
 // 48 bytes of sixteen 3-byte pixels into the three byte positions.
+template <Order Ord>
 inline void split3(const uint8_t* p, V out[3]) {
-  // Each half takes 24 bytes: pixels 0..7 from p, 8..15 from p + 24.
-  const V a = join(p, p + 24);  // bytes 0..15 of each half
-  const V b = _mm256_inserti128_si256(_mm256_castsi128_si256(load8(p + 16)), load8(p + 40), 1);  // 16..23
-  out[0] = _mm256_or_si256(_mm256_shuffle_epi8(a, both(0, Z, 3, Z, 6, Z, 9, Z, 12, Z, 15, Z, Z, Z, Z, Z)),
-                           _mm256_shuffle_epi8(b, both(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 2, Z, 5, Z)));
-  out[1] = _mm256_or_si256(_mm256_shuffle_epi8(a, both(1, Z, 4, Z, 7, Z, 10, Z, 13, Z, Z, Z, Z, Z, Z, Z)),
-                           _mm256_shuffle_epi8(b, both(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 0, Z, 3, Z, 6, Z)));
-  out[2] = _mm256_or_si256(_mm256_shuffle_epi8(a, both(2, Z, 5, Z, 8, Z, 11, Z, 14, Z, Z, Z, Z, Z, Z, Z)),
-                           _mm256_shuffle_epi8(b, both(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 1, Z, 4, Z, 7, Z)));
+  if constexpr (Ord == Order::Natural) {
+    // Each half takes 24 bytes: pixels 0..7 from p, 8..15 from p + 24.
+    const V a = join(p, p + 24);  // bytes 0..15 of each half's 24
+    const V b = _mm256_inserti128_si256(_mm256_castsi128_si256(load8(p + 16)), load8(p + 40), 1);  // 16..23
+    out[0] = _mm256_or_si256(_mm256_shuffle_epi8(a, both(0, Z, 3, Z, 6, Z, 9, Z, 12, Z, 15, Z, Z, Z, Z, Z)),
+                             _mm256_shuffle_epi8(b, both(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 2, Z, 5, Z)));
+    out[1] = _mm256_or_si256(_mm256_shuffle_epi8(a, both(1, Z, 4, Z, 7, Z, 10, Z, 13, Z, Z, Z, Z, Z, Z, Z)),
+                             _mm256_shuffle_epi8(b, both(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 0, Z, 3, Z, 6, Z)));
+    out[2] = _mm256_or_si256(_mm256_shuffle_epi8(a, both(2, Z, 5, Z, 8, Z, 11, Z, 14, Z, Z, Z, Z, Z, Z, Z)),
+                             _mm256_shuffle_epi8(b, both(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 1, Z, 4, Z, 7, Z)));
+  } else {
+    // Pixels 0..3 | 4..7 from bytes 0.. | 12.., pixels 8..11 | 12..15 from
+    // bytes 20.. | 32.. (four bytes in), so no load leaves the 48 bytes.
+    const V a = join(p, p + 12), b = join(p + 20, p + 32);
+    for (int k = 0; k < 3; ++k) {
+      const int8_t a0 = int8_t(k), b0 = int8_t(4 + k);
+      out[k] = _mm256_or_si256(
+          _mm256_shuffle_epi8(a, both(a0, Z, int8_t(a0 + 3), Z, int8_t(a0 + 6), Z, int8_t(a0 + 9), Z,  //
+                                      Z, Z, Z, Z, Z, Z, Z, Z)),
+          _mm256_shuffle_epi8(b, both(Z, Z, Z, Z, Z, Z, Z, Z,  //
+                                      b0, Z, int8_t(b0 + 3), Z, int8_t(b0 + 6), Z, int8_t(b0 + 9), Z)));
+    }
+  }
 }
 
-// Three channels narrowed (clamp8) and merged into 48 bytes of 3-byte pixels.
+// Three channels in Natural order narrowed and merged into 48 bytes of 3-byte pixels.
 inline void merge3(uint8_t* p, V c0, V c1, V c2) {
   const V t = _mm256_packus_epi16(c0, c1);  // c0 0-7, c1 0-7 | c0 8-15, c1 8-15
   const V c = _mm256_packus_epi16(c2, c2);  // c2 0-7 twice | c2 8-15 twice
@@ -61,19 +98,25 @@ inline void merge3(uint8_t* p, V c0, V c1, V c2) {
                                   _mm256_shuffle_epi8(c, both(Z, Z, 0, Z, Z, 1, Z, Z, 2, Z, Z, 3, Z, Z, 4, Z)));
   const V rest = _mm256_or_si256(_mm256_shuffle_epi8(t, both(13, Z, 6, 14, Z, 7, 15, Z, Z, Z, Z, Z, Z, Z, Z, Z)),
                                  _mm256_shuffle_epi8(c, both(Z, 5, Z, Z, 6, Z, Z, 7, Z, Z, Z, Z, Z, Z, Z, Z)));
-  _mm_storeu_si128(reinterpret_cast<H*>(p), _mm256_castsi256_si128(first));
-  _mm_storel_epi64(reinterpret_cast<H*>(p + 16), _mm256_castsi256_si128(rest));
-  _mm_storeu_si128(reinterpret_cast<H*>(p + 24), _mm256_extracti128_si256(first, 1));
-  _mm_storel_epi64(reinterpret_cast<H*>(p + 40), _mm256_extracti128_si256(rest, 1));
+  store16(p, lo(first));
+  _mm_storel_epi64(reinterpret_cast<H*>(p + 16), lo(rest));
+  store16(p + 24, hi(first));
+  _mm_storel_epi64(reinterpret_cast<H*>(p + 40), hi(rest));
 }
 
 // 64 bytes of sixteen 4-byte pixels into byte positions 0..2 (and 3 if Alpha).
-template <bool Alpha>
+template <Order Ord, bool Alpha>
 inline void split4(const uint8_t* p, V out[4]) {
-  // Halves take pixels 0..3 | 8..11 and 4..7 | 12..15; per half and group of
-  // four pixels, two byte positions become two runs of four 16-bit lanes, and
-  // the 64-bit runs of both groups meet in pixel order.
-  const V a = join(p, p + 32), b = join(p + 16, p + 48);
+  // Per half and group of four pixels, two byte positions become two runs of
+  // four 16-bit lanes; unpacking the runs of two groups gives eight lanes.
+  V a, b;
+  if constexpr (Ord == Order::Quads) {
+    a = _mm256_loadu_si256(reinterpret_cast<const V*>(p));       // pixels 0-3 | 4-7
+    b = _mm256_loadu_si256(reinterpret_cast<const V*>(p + 32));  // pixels 8-11 | 12-15
+  } else {
+    a = join(p, p + 32);       // pixels 0-3 | 8-11
+    b = join(p + 16, p + 48);  // pixels 4-7 | 12-15
+  }
   const V m01 = both(0, Z, 4, Z, 8, Z, 12, Z, 1, Z, 5, Z, 9, Z, 13, Z);
   const V m23 = both(2, Z, 6, Z, 10, Z, 14, Z, 3, Z, 7, Z, 11, Z, 15, Z);
   const V a01 = _mm256_shuffle_epi8(a, m01), b01 = _mm256_shuffle_epi8(b, m01);
@@ -84,17 +127,23 @@ inline void split4(const uint8_t* p, V out[4]) {
   if constexpr (Alpha) out[3] = _mm256_unpackhi_epi64(a23, b23);
 }
 
-// Four channels narrowed and merged into the 64 bytes of sixteen 4-byte pixels
-// as two vectors in memory order (pixels 0..7, 8..15).
+// Four channels narrowed and merged into the 64 bytes of sixteen 4-byte pixels,
+// returned as two vectors in memory order (pixels 0..7, 8..15).
+template <Order Ord>
 inline void merge4(V c0, V c1, V c2, V c3, V& m0, V& m1) {
-  const V c01 = _mm256_packus_epi16(c0, c1);   // c0 0-7, c1 0-7 | c0 8-15, c1 8-15
+  const V c01 = _mm256_packus_epi16(c0, c1);
   const V c23 = _mm256_packus_epi16(c2, c3);
-  const V t0 = _mm256_unpacklo_epi8(c01, c23);  // c0 c2 pairs, pixels 0-7 | 8-15
-  const V t1 = _mm256_unpackhi_epi8(c01, c23);  // c1 c3 pairs
-  const V q0 = _mm256_unpacklo_epi8(t0, t1);    // pixels 0-3 | 8-11
-  const V q1 = _mm256_unpackhi_epi8(t0, t1);    // pixels 4-7 | 12-15
-  m0 = _mm256_permute2x128_si256(q0, q1, 0x20);
-  m1 = _mm256_permute2x128_si256(q0, q1, 0x31);
+  const V t0 = _mm256_unpacklo_epi8(c01, c23);  // c0 c2 byte pairs of lanes 0-7 | 8-15
+  const V t1 = _mm256_unpackhi_epi8(c01, c23);  // c1 c3 byte pairs
+  const V q0 = _mm256_unpacklo_epi8(t0, t1);    // whole pixels of lanes 0-3 | 8-11
+  const V q1 = _mm256_unpackhi_epi8(t0, t1);    // lanes 4-7 | 12-15
+  if constexpr (Ord == Order::Quads) {
+    m0 = q0;
+    m1 = q1;
+  } else {
+    m0 = _mm256_permute2x128_si256(q0, q1, 0x20);
+    m1 = _mm256_permute2x128_si256(q0, q1, 0x31);
+  }
 }
 
 // Sixteen pixels of a layout: load() fills lanes v[0..2] in the form's channel
@@ -104,27 +153,30 @@ struct Of;
 
 template <int I0, int I1, int I2>
 struct Of<layout::C3<I0, I1, I2>> {
-  template <bool Alpha>
+  static constexpr bool kStoresQuads = false;  // 3-byte pixels are stored from Natural lanes only
+  template <Order Ord, bool Alpha>
   static void load(const SrcPlanes& s, int x, V o[4]) {
     V m[3];
-    split3(s.p[0] + 3 * x, m);
+    split3<Ord>(s.p[0] + 3 * x, m);
     o[I0] = m[0];
     o[I1] = m[1];
     o[I2] = m[2];
     if constexpr (Alpha) o[3] = _mm256_setzero_si256();
   }
-  template <bool WriteAlpha>
+  template <Order Ord, bool WriteAlpha>
   static void store(const DstPlanes& d, int x, const V o[4]) {
+    static_assert(Ord == Order::Natural);
     merge3(d.p[0] + 3 * x, o[I0], o[I1], o[I2]);
   }
 };
 
 template <int I0, int I1, int I2>
 struct Of<layout::C4<I0, I1, I2>> {
-  template <bool Alpha>
+  static constexpr bool kStoresQuads = true;
+  template <Order Ord, bool Alpha>
   static void load(const SrcPlanes& s, int x, V o[4]) {
     V m[4];
-    split4<Alpha>(s.p[0] + 4 * x, m);
+    split4<Ord, Alpha>(s.p[0] + 4 * x, m);
     o[I0] = m[0];
     o[I1] = m[1];
     o[I2] = m[2];
@@ -132,11 +184,11 @@ struct Of<layout::C4<I0, I1, I2>> {
   }
   // Without WriteAlpha the destination's alpha bytes are taken back from
   // memory into the stored vectors, so they keep their values.
-  template <bool WriteAlpha>
+  template <Order Ord, bool WriteAlpha>
   static void store(const DstPlanes& d, int x, const V o[4]) {
     uint8_t* p = d.p[0] + 4 * x;
     V m0, m1;
-    merge4(o[I0], o[I1], o[I2], WriteAlpha ? o[3] : _mm256_setzero_si256(), m0, m1);
+    merge4<Ord>(o[I0], o[I1], o[I2], WriteAlpha ? o[3] : _mm256_setzero_si256(), m0, m1);
     if constexpr (!WriteAlpha) {
       const V keep = _mm256_set1_epi32(int(0xFF000000u));
       m0 = _mm256_blendv_epi8(m0, _mm256_loadu_si256(reinterpret_cast<const V*>(p)), keep);
@@ -149,17 +201,38 @@ struct Of<layout::C4<I0, I1, I2>> {
 
 template <int N>
 struct Of<layout::P<N>> {
-  template <bool Alpha>
+  static constexpr bool kStoresQuads = true;
+  template <Order Ord, bool Alpha>
   static void load(const SrcPlanes& s, int x, V o[4]) {
-    for (int k = 0; k < 3; ++k) o[k] = widen(s.p[k] + x);
-    if constexpr (Alpha) o[3] = N > 3 ? widen(s.p[3] + x) : _mm256_setzero_si256();
+    for (int k = 0; k < 3; ++k) o[k] = widen<Ord>(s.p[k] + x);
+    if constexpr (Alpha) o[3] = N > 3 ? widen<Ord>(s.p[3] + x) : _mm256_setzero_si256();
   }
-  template <bool WriteAlpha>
+  template <Order Ord, bool WriteAlpha>
   static void store(const DstPlanes& d, int x, const V o[4]) {
-    for (int k = 0; k < 3; ++k) narrow(d.p[k] + x, o[k]);
-    if constexpr (N > 3 && WriteAlpha) narrow(d.p[3] + x, o[3]);
+    const V c01 = narrow2<Ord>(o[0], o[1]);
+    store16(d.p[0] + x, lo(c01));
+    store16(d.p[1] + x, hi(c01));
+    if constexpr (N > 3 && WriteAlpha) {
+      const V c23 = narrow2<Ord>(o[2], o[3]);
+      store16(d.p[2] + x, lo(c23));
+      store16(d.p[3] + x, hi(c23));
+    } else {
+      store16(d.p[2] + x, lo(narrow2<Ord>(o[2], o[2])));
+    }
   }
 };
+
+template <class L>
+constexpr bool isPacked4 = false;
+template <int I0, int I1, int I2>
+constexpr bool isPacked4<layout::C4<I0, I1, I2>> = true;
+
+// The cheaper lane order for a pair of layouts: Quads wherever 4-byte pixels
+// are moved and the destination can take it, else Natural.
+template <class Src, class Dst>
+constexpr Order bestOrder() {
+  return Of<Dst>::kStoresQuads && (isPacked4<Src> || isPacked4<Dst>) ? Order::Quads : Order::Natural;
+}
 
 }  // namespace
 }  // namespace lum::layout16

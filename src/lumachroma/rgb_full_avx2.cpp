@@ -1,5 +1,5 @@
 // Sixteen-lane (AVX2) blocks of the RGB <-> YCbCr and RGB <-> YUV conversions
-// at full resolution: the generic wide loop of kernel_avx2.h, instantiated for
+// at full resolution: the generic wide row driver of kernel_avx2.h, instantiated for
 // the form and layouts of each function. Built for AVX2 and entered only after
 // the processor check of the call; the lanes are those of the eight-lane
 // blocks and of the scalar twins.
@@ -12,8 +12,9 @@ namespace lum::wide16 {
 using namespace lum::form;
 namespace L = lum::layout;
 
-#define LUM_WIDE_BLOCKS(Form, Src, Dst, A) \
-  template int blocks<Wide<Form>, Src, Dst, Alpha::A>(const SrcPlanes&, const DstPlanes&, int, int, const RowCtx&)
+#define LUM_WIDE_BLOCKS(Form, Src, Dst, A)                                                                   \
+  template void image<Wide<Form>, Src, Dst, Alpha::A>(LumSize, const SrcPlanes&, const DstPlanes&, int, const RowCtx&, \
+                                                      RowRest)
 
 // RGB -> YCbCr
 LUM_WIDE_BLOCKS(FY1, L::RGB, L::RGB, Keep);
