@@ -97,15 +97,19 @@ struct FY2 {
   static void vblock(const V* in, V* out) {
     const V r8 = O::sll(in[0], 8), g8 = O::sll(in[1], 8), b8 = O::sll(in[2], 8);
     const V r7 = O::sll(in[0], 7), g7 = O::sll(in[1], 7), b7 = O::sll(in[2], 7);
-    const V y = O::addus16u(O::addus16u(O::addus16u(O::mulhi16u(r8, O::set(16843)), O::mulhi16u(g8, O::set(33030))),
-                                        O::mulhi16u(b8, O::set(6423))), O::set(128));
-    const V cb = O::adds16s(O::adds16s(O::adds16s(O::mulhi16s(r7, O::set(-9699)), O::mulhi16s(g7, O::set(-19071))),
-                                       O::mulhi16s(b7, O::set(28770))), O::set(64));
-    const V cr = O::adds16s(O::adds16s(O::adds16s(O::mulhi16s(r7, O::set(28770)), O::mulhi16s(g7, O::set(-24117))),
-                                       O::mulhi16s(b7, O::set(-4653))), O::set(64));
-    out[0] = O::add16(O::srl(y, 8), O::set(16));
-    out[1] = O::add16(O::sra(cb, 7), O::set(128));
-    out[2] = O::add16(O::sra(cr, 7), O::set(128));
+    // For 8-bit samples no sum here saturates (luma stays below 56100, chroma
+    // within +-14330), so the offsets after the shifts join the rounding adds
+    // before them: + 16 << 8 for luma (still below 65536), + 128 << 7 for
+    // chroma (still positive and below 32768).
+    const V y = O::add16(O::add16(O::add16(O::mulhi16u(r8, O::set(16843)), O::mulhi16u(g8, O::set(33030))),
+                                  O::mulhi16u(b8, O::set(6423))), O::set(128 + (16 << 8)));
+    const V cb = O::add16(O::add16(O::add16(O::mulhi16s(r7, O::set(-9699)), O::mulhi16s(g7, O::set(-19071))),
+                                   O::mulhi16s(b7, O::set(28770))), O::set(64 + (128 << 7)));
+    const V cr = O::add16(O::add16(O::add16(O::mulhi16s(r7, O::set(28770)), O::mulhi16s(g7, O::set(-24117))),
+                                   O::mulhi16s(b7, O::set(-4653))), O::set(64 + (128 << 7)));
+    out[0] = O::srl(y, 8);
+    out[1] = O::sra(cb, 7);
+    out[2] = O::sra(cr, 7);
   }
 #if LUM_SIMD_SSE
   static void block(const __m128i* in, __m128i* out) { clampedBlock<FY2>(in, out); }
@@ -141,16 +145,16 @@ struct IYRounded {
     out[1] = clamp8(adds16s(g, Round) >> Shift);
     out[2] = clamp8(adds16s(b, Round) >> Shift);
   }
+  // For 8-bit samples no sum here saturates (|y| < 4500, each chroma term
+  // below 3300), so the saturating adds are plain ones and the rounding add
+  // is made once, on y.
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
-    const V y = O::mulhi16s(O::sll(O::sub16(in[0], O::set(16)), 7), O::set(Cy));
+    const V y = O::add16(O::mulhi16s(O::sll(O::sub16(in[0], O::set(16)), 7), O::set(Cy)), O::set(Round));
     const V cb = O::sll(O::sub16(in[1], O::set(128)), 7), cr = O::sll(O::sub16(in[2], O::set(128)), 7);
-    const V r = O::adds16s(y, O::mulhi16s(cr, O::set(CrR)));
-    const V g = O::subs16s(y, O::adds16s(O::mulhi16s(cb, O::set(CbG)), O::mulhi16s(cr, O::set(CrG))));
-    const V b = O::adds16s(y, O::mulhi16s(cb, O::set(CbB)));
-    out[0] = O::sra(O::adds16s(r, O::set(Round)), Shift);
-    out[1] = O::sra(O::adds16s(g, O::set(Round)), Shift);
-    out[2] = O::sra(O::adds16s(b, O::set(Round)), Shift);
+    out[0] = O::sra(O::add16(y, O::mulhi16s(cr, O::set(CrR))), Shift);
+    out[1] = O::sra(O::sub16(y, O::add16(O::mulhi16s(cb, O::set(CbG)), O::mulhi16s(cr, O::set(CrG)))), Shift);
+    out[2] = O::sra(O::add16(y, O::mulhi16s(cb, O::set(CbB))), Shift);
   }
 #if LUM_SIMD_SSE
   static void block(const __m128i* in, __m128i* out) { clampedBlock<IYRounded>(in, out); }
@@ -191,15 +195,18 @@ struct SYTail {
     out[1] = CHOP_ARRAY[(y - CbG * u - CrG * v) >> 16];
     out[2] = CHOP_ARRAY[(y + CbB * u) >> 16];
   }
-  // The same 32-bit sums in 32-bit lanes; the clamp (the store's) equals the table's.
+  // The same 32-bit sums in 32-bit lanes, the offsets of Y, Cb and Cr gathered
+  // into one constant per channel (the sums are exact, so their order is free);
+  // the clamp (the store's) equals the table's.
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
     lanes::wide32<O>(in, out, [](const V* w, V* o) {
-      const V y = O::add32(O::mul32(O::sub32(w[0], O::set32(16)), Cy), O::set32(Rnd));
-      const V u = O::sub32(w[1], O::set32(128)), v = O::sub32(w[2], O::set32(128));
-      o[0] = O::sra32(O::add32(y, O::mul32(v, CrR)), 16);
-      o[1] = O::sra32(O::sub32(O::sub32(y, O::mul32(u, CbG)), O::mul32(v, CrG)), 16);
-      o[2] = O::sra32(O::add32(y, O::mul32(u, CbB)), 16);
+      const V y = O::mul32(w[0], Cy);
+      const int k = Rnd - 16 * Cy;
+      o[0] = O::sra32(O::add32(O::add32(y, O::set32(k - 128 * CrR)), O::mul32(w[2], CrR)), 16);
+      o[1] = O::sra32(O::sub32(O::sub32(O::add32(y, O::set32(k + 128 * (CbG + CrG))), O::mul32(w[1], CbG)),
+                               O::mul32(w[2], CrG)), 16);
+      o[2] = O::sra32(O::add32(O::add32(y, O::set32(k - 128 * CbB)), O::mul32(w[1], CbB)), 16);
     });
   }
 #if LUM_SIMD_SSE
@@ -245,9 +252,11 @@ struct FU1 {
                            O::mulhi16s(b7, O::set(14286)));
     const V v = O::adds16s(O::adds16s(O::mulhi16s(r7, O::set(20152)), O::mulhi16s(g7, O::set(-16875))),
                            O::mulhi16s(b7, O::set(-3276)));
+    // u and v stay within +-10040 for 8-bit samples, so the offset of 128
+    // after the shift goes in before it as 128 << 6, without saturating.
     out[0] = O::srl(y, 8);
-    out[1] = O::adds16s(O::sra(u, 6), O::set(128));
-    out[2] = O::adds16s(O::sra(v, 6), O::set(128));
+    out[1] = O::sra(O::add16(u, O::set(128 << 6)), 6);
+    out[2] = O::sra(O::add16(v, O::set(128 << 6)), 6);
   }
 #if LUM_SIMD_SSE
   static void block(const __m128i* in, __m128i* out) { clampedBlock<FU1>(in, out); }
@@ -266,12 +275,12 @@ struct FU2 {
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
     const V r = O::sll(in[0], 2), g = O::sll(in[1], 2), b = O::sll(in[2], 2);
-    const V one = O::set(1);
     const V y2 = O::adds16s(O::adds16s(O::adds16s(O::mulhi16s(r, O::set(9798)), O::mulhi16s(g, O::set(19235))),
-                                       O::mulhi16s(b, O::set(3736))), one);
+                                       O::mulhi16s(b, O::set(3736))), O::set(1));
     out[0] = O::sra(y2, 1);
-    out[1] = O::adds16s(O::mulhi16s(O::sub16(O::sra(O::add16(b, one), 1), y2), O::set(16121)), O::set(128));
-    out[2] = O::adds16s(O::mulhi16s(O::sub16(O::sra(O::add16(r, one), 1), y2), O::set(28737)), O::set(128));
+    // (4s + 1) >> 1 is 2s.
+    out[1] = O::adds16s(O::mulhi16s(O::sub16(O::sll(in[2], 1), y2), O::set(16121)), O::set(128));
+    out[2] = O::adds16s(O::mulhi16s(O::sub16(O::sll(in[0], 1), y2), O::set(28737)), O::set(128));
   }
 #if LUM_SIMD_SSE
   static void block(const __m128i* in, __m128i* out) { clampedBlock<FU2>(in, out); }
@@ -385,12 +394,13 @@ struct IU3 {
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
-    const V y = O::sll(in[0], 3), four = O::set(4);
+    // For 8-bit samples no sum here saturates (y + 4 < 2050, each chroma term
+    // below 2100), so the adds are plain ones and the rounding add is made once.
+    const V y = O::add16(O::sll(in[0], 3), O::set(4));
     const V uc = O::sll(O::sub16(in[1], O::set(128)), 7), vc = O::sll(O::sub16(in[2], O::set(128)), 7);
-    out[0] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(vc, O::set(4669))), four), 3);
-    out[1] = O::sra(O::adds16s(O::subs16s(O::subs16s(y, O::mulhi16s(uc, O::set(1614))), O::mulhi16s(vc, O::set(2380))),
-                               four), 3);
-    out[2] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(uc, O::set(8323))), four), 3);
+    out[0] = O::sra(O::add16(y, O::mulhi16s(vc, O::set(4669))), 3);
+    out[1] = O::sra(O::sub16(O::sub16(y, O::mulhi16s(uc, O::set(1614))), O::mulhi16s(vc, O::set(2380))), 3);
+    out[2] = O::sra(O::add16(y, O::mulhi16s(uc, O::set(8323))), 3);
   }
 #if LUM_SIMD_SSE
   static void block(const __m128i* in, __m128i* out) { clampedBlock<IU3>(in, out); }
@@ -409,12 +419,14 @@ struct SUTail {
   // The same 32-bit sums in 32-bit lanes; the clamp (the store's) equals the table's.
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
+    // The offsets of Cb and Cr and the rounding go in as one constant per
+    // channel (the sums are exact, so their order is free).
     lanes::wide32<O>(in, out, [](const V* w, V* o) {
       const V y = O::sll32(w[0], 16);
-      const V u = O::sub32(w[1], O::set32(128)), v = O::sub32(w[2], O::set32(128));
-      o[0] = O::sra32(O::add32(O::add32(y, O::mul32(v, CrR)), O::set32(RndR)), 16);
-      o[1] = O::sra32(O::add32(O::sub32(O::sub32(y, O::mul32(u, CbG)), O::mul32(v, CrG)), O::set32(RndG)), 16);
-      o[2] = O::sra32(O::add32(O::add32(y, O::mul32(u, CbB)), O::set32(RndB)), 16);
+      o[0] = O::sra32(O::add32(O::add32(y, O::set32(RndR - 128 * CrR)), O::mul32(w[2], CrR)), 16);
+      o[1] = O::sra32(O::sub32(O::sub32(O::add32(y, O::set32(RndG + 128 * (CbG + CrG))), O::mul32(w[1], CbG)),
+                               O::mul32(w[2], CrG)), 16);
+      o[2] = O::sra32(O::add32(O::add32(y, O::set32(RndB - 128 * CbB)), O::mul32(w[1], CbB)), 16);
     });
   }
 #if LUM_SIMD_SSE
