@@ -27,6 +27,7 @@ struct Avx2 {
   static V add16(V a, V b) { return _mm256_add_epi16(a, b); }
   static V sub16(V a, V b) { return _mm256_sub_epi16(a, b); }
   static V and_(V a, V b) { return _mm256_and_si256(a, b); }
+  static V mullo16(V a, V b) { return _mm256_mullo_epi16(a, b); }
   static V sll(V a, int n) { return _mm256_slli_epi16(a, n); }
   static V srl(V a, int n) { return _mm256_srli_epi16(a, n); }
   static V sra(V a, int n) { return _mm256_srai_epi16(a, n); }
@@ -46,6 +47,13 @@ struct Avx2 {
     hi = _mm256_srai_epi32(_mm256_unpackhi_epi16(a, a), 16);
   }
   static V narrow(V lo, V hi) { return _mm256_packs_epi32(lo, hi); }
+  // a * ca + b * cb of 16-bit lanes (ca, cb within -32768..32767) as exact
+  // 32-bit sums, split into halves as widen() splits.
+  static void madd(V a, V b, int ca, int cb, V& lo, V& hi) {
+    const V k = _mm256_set1_epi32(int(uint32_t(uint16_t(ca)) | (uint32_t(uint16_t(cb)) << 16)));
+    lo = _mm256_madd_epi16(_mm256_unpacklo_epi16(a, b), k);
+    hi = _mm256_madd_epi16(_mm256_unpackhi_epi16(a, b), k);
+  }
 };
 
 }  // namespace

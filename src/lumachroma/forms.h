@@ -195,19 +195,22 @@ struct SYTail {
     out[1] = CHOP_ARRAY[(y - CbG * u - CrG * v) >> 16];
     out[2] = CHOP_ARRAY[(y + CbB * u) >> 16];
   }
-  // The same 32-bit sums in 32-bit lanes, the offsets of Y, Cb and Cr gathered
-  // into one constant per channel (the sums are exact, so their order is free);
-  // the clamp (the store's) equals the table's.
+  // The same sums on 16-bit lanes: each coefficient c splits into
+  // hiQ16(c) * 65536 + loQ16(c), so a channel is the sum of hiQ16(c) * x, which
+  // the shift leaves whole, and floor((sum of loQ16(c) * x + Rnd) / 65536),
+  // whose products fit 16 bits and whose sum is exact in 32. The clamp is the
+  // store's and equals the table's.
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
-    lanes::wide32<O>(in, out, [](const V* w, V* o) {
-      const V y = O::mul32(w[0], Cy);
-      const int k = Rnd - 16 * Cy;
-      o[0] = O::sra32(O::add32(O::add32(y, O::set32(k - 128 * CrR)), O::mul32(w[2], CrR)), 16);
-      o[1] = O::sra32(O::sub32(O::sub32(O::add32(y, O::set32(k + 128 * (CbG + CrG))), O::mul32(w[1], CbG)),
-                               O::mul32(w[2], CrG)), 16);
-      o[2] = O::sra32(O::add32(O::add32(y, O::set32(k - 128 * CbB)), O::mul32(w[1], CbB)), 16);
-    });
+    using namespace lanes;
+    const V y = O::sub16(in[0], O::set(16));
+    const V u = O::sub16(in[1], O::set(128)), v = O::sub16(in[2], O::set(128));
+    const V yh = addTimes<hiQ16(Cy), O>(O::zero(), y);
+    out[0] = addTimes<hiQ16(CrR), O>(O::add16(yh, maddQ16<O>(y, loQ16(Cy), v, loQ16(CrR), Rnd)), v);
+    out[1] = addTimes<hiQ16(-CrG), O>(
+        addTimes<hiQ16(-CbG), O>(O::add16(yh, maddQ16<O>(y, loQ16(Cy), u, loQ16(-CbG), v, loQ16(-CrG), Rnd)), u),
+        v);
+    out[2] = addTimes<hiQ16(CbB), O>(O::add16(yh, maddQ16<O>(y, loQ16(Cy), u, loQ16(CbB), Rnd)), u);
   }
 #if LUM_SIMD_SSE
   static void block(const __m128i* in, __m128i* out) { clampedBlock<SYTail>(in, out); }
@@ -319,19 +322,26 @@ struct TU3 {
     out[1] = ((((((B << 16) - y32 + 32768) >> 16) * 32244) >> 16) + 128) & 255;
     out[2] = clamp8(((((((R << 16) - y32 + 32768) >> 16) * 57475) >> 16) + 128));
   }
-  // The same 32-bit sums in 32-bit lanes; V's clamp is the store's.
+  // The same values on 16-bit lanes. With 38470 = 65536 - 27066,
+  // y32 = G << 16 + s where s = 19595 R - 27066 G + 7471 B is exact in 32 bits:
+  // Y = G + floor((s + 32768) / 65536), and ((B << 16) - y32 + 32768) >> 16 is
+  // B - G - floor((s + 32767) / 65536) (likewise for R). The chroma products
+  // are high products, 57475 being 65536 - 8061; U stays within 2..253, so its
+  // low byte is itself, and V's clamp is the store's.
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
-    lanes::wide32<O>(in, out, [](const V* w, V* o) {
-      const V y32 = O::add32(O::add32(O::mul32(w[0], 19595), O::mul32(w[1], 38470)), O::mul32(w[2], 7471));
-      const V half = O::set32(32768);
-      o[0] = O::sra32(O::add32(y32, half), 16);
-      o[1] = O::add32(O::sra32(O::mul32(O::sra32(O::add32(O::sub32(O::sll32(w[2], 16), y32), half), 16), 32244), 16),
-                      O::set32(128));
-      o[2] = O::add32(O::sra32(O::mul32(O::sra32(O::add32(O::sub32(O::sll32(w[0], 16), y32), half), 16), 57475), 16),
-                      O::set32(128));
-    });
-    out[1] = O::and_(out[1], O::set(255));  // U is stored as its low byte
+    using namespace lanes;
+    V lo, hi, lo2, hi2;
+    O::madd(in[0], in[1], 19595, loQ16(38470), lo, hi);
+    O::madd(in[2], O::zero(), 7471, 0, lo2, hi2);
+    lo = O::add32(lo, lo2);
+    hi = O::add32(hi, hi2);
+    const V g = in[1];
+    const V y7 = O::add16(g, shrQ16<O>(lo, hi, 32767));  // floor((y32 + 32767) / 65536)
+    const V eb = O::sub16(in[2], y7), er = O::sub16(in[0], y7);
+    out[0] = O::add16(g, shrQ16<O>(lo, hi, 32768));
+    out[1] = O::add16(O::mulhi16s(eb, O::set(32244)), O::set(128));
+    out[2] = O::add16(O::add16(er, O::mulhi16s(er, O::set(-8061))), O::set(128));
   }
 #if LUM_SIMD_SSE
   static void block(const __m128i* in, __m128i* out) { clampedBlock<TU3>(in, out); }
@@ -416,18 +426,19 @@ struct SUTail {
     out[1] = CHOP_ARRAY[(y - CbG * u - CrG * v + RndG) >> 16];
     out[2] = CHOP_ARRAY[(y + CbB * u + RndB) >> 16];
   }
-  // The same 32-bit sums in 32-bit lanes; the clamp (the store's) equals the table's.
+  // The same sums on 16-bit lanes: Y << 16 and hiQ16(c) * 65536 of each
+  // coefficient pass the shift whole; floor((loQ16(c) * x + Rnd) / 65536) is a
+  // high product (with its carry where rounded) or, for two terms, an exact
+  // 32-bit sum. The clamp is the store's and equals the table's.
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
-    // The offsets of Cb and Cr and the rounding go in as one constant per
-    // channel (the sums are exact, so their order is free).
-    lanes::wide32<O>(in, out, [](const V* w, V* o) {
-      const V y = O::sll32(w[0], 16);
-      o[0] = O::sra32(O::add32(O::add32(y, O::set32(RndR - 128 * CrR)), O::mul32(w[2], CrR)), 16);
-      o[1] = O::sra32(O::sub32(O::sub32(O::add32(y, O::set32(RndG + 128 * (CbG + CrG))), O::mul32(w[1], CbG)),
-                               O::mul32(w[2], CrG)), 16);
-      o[2] = O::sra32(O::add32(O::add32(y, O::set32(RndB - 128 * CbB)), O::mul32(w[1], CbB)), 16);
-    });
+    using namespace lanes;
+    const V y = in[0];
+    const V u = O::sub16(in[1], O::set(128)), v = O::sub16(in[2], O::set(128));
+    out[0] = addTimes<hiQ16(CrR), O>(O::add16(y, mulQ16<O>(v, loQ16(CrR), RndR)), v);
+    out[1] = addTimes<hiQ16(-CrG), O>(
+        addTimes<hiQ16(-CbG), O>(O::add16(y, maddQ16<O>(u, loQ16(-CbG), v, loQ16(-CrG), RndG)), u), v);
+    out[2] = addTimes<hiQ16(CbB), O>(O::add16(y, mulQ16<O>(u, loQ16(CbB), RndB)), u);
   }
 #if LUM_SIMD_SSE
   static void block(const __m128i* in, __m128i* out) { clampedBlock<SUTail>(in, out); }
