@@ -19,10 +19,13 @@ inline void row(const SrcPlanes s, const DstPlanes d, int n, typename lanes::Avx
   using O = lanes::Avx2;
   using V = O::V;
   constexpr layout16::Order Ord = layout16::bestOrder<Src, Dst>();
+  // Forms that start from samples << 8 take them so from the loads.
+  constexpr bool kHigh = requires(const V* i, V* o) { Form::template vblockHigh<O>(i, o); };
   for (int x = 0; x < n; x += 16) {
     V in[4], out[4];
-    layout16::Of<Src>::template load<Ord, A == Alpha::Source>(s, x, in);
-    Form::template vblock<O>(in, out);
+    layout16::Of<Src>::template load<Ord, A == Alpha::Source, kHigh>(s, x, in);
+    if constexpr (kHigh) Form::template vblockHigh<O>(in, out);
+    else Form::template vblock<O>(in, out);
     if constexpr (A == Alpha::Zero) out[3] = O::zero();
     if constexpr (A == Alpha::Aval) out[3] = aval;
     if constexpr (A == Alpha::Source) out[3] = in[3];

@@ -10,6 +10,10 @@
 // merge inside 128-bit halves without crossing them. The forms work lane by
 // lane, so the order never changes a sample. Stores narrow with unsigned
 // saturation (clamp8).
+//
+// Loads give each sample in the low byte of its lane, or, for the forms that
+// start from samples << 8, in the high byte (High): the same byte shuffles
+// with the other half of each lane zero, so the shift costs nothing.
 #pragma once
 
 #include "frame/layouts.h"
@@ -29,23 +33,30 @@ inline H load8(const uint8_t* p) { return _mm_loadl_epi64(reinterpret_cast<const
 inline V join(const uint8_t* lo, const uint8_t* hi) {
   return _mm256_inserti128_si256(_mm256_castsi128_si256(loadu(lo)), loadu(hi), 1);
 }
-// A 128-bit byte pattern in both halves.
-inline V both(int8_t a0, int8_t a1, int8_t a2, int8_t a3, int8_t a4, int8_t a5, int8_t a6, int8_t a7, int8_t a8,
-              int8_t a9, int8_t a10, int8_t a11, int8_t a12, int8_t a13, int8_t a14, int8_t a15) {
-  return _mm256_broadcastsi128_si256(
-      _mm_setr_epi8(a0, a1, a2, a3, a4, a5, a6, a7, a8, a9, a10, a11, a12, a13, a14, a15));
+
+// pshufb pattern of one 128-bit half: 16-bit lane k takes byte bk (Z: none)
+// as its value, or as value << 8 when High.
+template <bool High>
+inline H pick(int8_t b0, int8_t b1, int8_t b2, int8_t b3, int8_t b4, int8_t b5, int8_t b6, int8_t b7) {
+  if constexpr (High) return _mm_setr_epi8(Z, b0, Z, b1, Z, b2, Z, b3, Z, b4, Z, b5, Z, b6, Z, b7);
+  else return _mm_setr_epi8(b0, Z, b1, Z, b2, Z, b3, Z, b4, Z, b5, Z, b6, Z, b7, Z);
 }
+// A half pattern in both halves.
+inline V both(H m) { return _mm256_broadcastsi128_si256(m); }
+// Two half patterns, low and high.
+inline V halves(H lo, H hi) { return _mm256_inserti128_si256(_mm256_castsi128_si256(lo), hi, 1); }
 
 enum class Order { Natural, Quads };
 
 // Sixteen bytes at p as sixteen 16-bit lanes.
-template <Order Ord>
+template <Order Ord, bool High>
 inline V widen(const uint8_t* p) {
-  if constexpr (Ord == Order::Natural) {
+  if constexpr (Ord == Order::Natural && !High) {
     return _mm256_cvtepu8_epi16(loadu(p));
   } else {
-    const V m = _mm256_setr_epi8(0, Z, 1, Z, 2, Z, 3, Z, 8, Z, 9, Z, 10, Z, 11, Z,  //
-                                 4, Z, 5, Z, 6, Z, 7, Z, 12, Z, 13, Z, 14, Z, 15, Z);
+    const V m = Ord == Order::Natural
+                    ? halves(pick<High>(0, 1, 2, 3, 4, 5, 6, 7), pick<High>(8, 9, 10, 11, 12, 13, 14, 15))
+                    : halves(pick<High>(0, 1, 2, 3, 8, 9, 10, 11), pick<High>(4, 5, 6, 7, 12, 13, 14, 15));
     return _mm256_shuffle_epi8(_mm256_broadcastsi128_si256(loadu(p)), m);
   }
 }
@@ -63,30 +74,33 @@ inline H lo(V v) { return _mm256_castsi256_si128(v); }
 inline H hi(V v) { return _mm256_extracti128_si256(v, 1); }
 
 // 48 bytes of sixteen 3-byte pixels into the three byte positions.
-template <Order Ord>
+template <Order Ord, bool High>
 inline void split3(const uint8_t* p, V out[3]) {
+  V a, b;
   if constexpr (Ord == Order::Natural) {
-    // Each half takes 24 bytes: pixels 0..7 from p, 8..15 from p + 24.
-    const V a = join(p, p + 24);  // bytes 0..15 of each half's 24
-    const V b = _mm256_inserti128_si256(_mm256_castsi128_si256(load8(p + 16)), load8(p + 40), 1);  // 16..23
-    out[0] = _mm256_or_si256(_mm256_shuffle_epi8(a, both(0, Z, 3, Z, 6, Z, 9, Z, 12, Z, 15, Z, Z, Z, Z, Z)),
-                             _mm256_shuffle_epi8(b, both(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 2, Z, 5, Z)));
-    out[1] = _mm256_or_si256(_mm256_shuffle_epi8(a, both(1, Z, 4, Z, 7, Z, 10, Z, 13, Z, Z, Z, Z, Z, Z, Z)),
-                             _mm256_shuffle_epi8(b, both(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 0, Z, 3, Z, 6, Z)));
-    out[2] = _mm256_or_si256(_mm256_shuffle_epi8(a, both(2, Z, 5, Z, 8, Z, 11, Z, 14, Z, Z, Z, Z, Z, Z, Z)),
-                             _mm256_shuffle_epi8(b, both(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 1, Z, 4, Z, 7, Z)));
+    // Each half takes 24 bytes, pixels 0..7 from p and 8..15 from p + 24:
+    // bytes 0..15 of each 24 in a, bytes 16..23 in b.
+    a = join(p, p + 24);
+    b = _mm256_inserti128_si256(_mm256_castsi128_si256(load8(p + 16)), load8(p + 40), 1);
   } else {
-    // Pixels 0..3 | 4..7 from bytes 0.. | 12.., pixels 8..11 | 12..15 from
-    // bytes 20.. | 32.. (four bytes in), so no load leaves the 48 bytes.
-    const V a = join(p, p + 12), b = join(p + 20, p + 32);
-    for (int k = 0; k < 3; ++k) {
-      const int8_t a0 = int8_t(k), b0 = int8_t(4 + k);
-      out[k] = _mm256_or_si256(
-          _mm256_shuffle_epi8(a, both(a0, Z, int8_t(a0 + 3), Z, int8_t(a0 + 6), Z, int8_t(a0 + 9), Z,  //
-                                      Z, Z, Z, Z, Z, Z, Z, Z)),
-          _mm256_shuffle_epi8(b, both(Z, Z, Z, Z, Z, Z, Z, Z,  //
-                                      b0, Z, int8_t(b0 + 3), Z, int8_t(b0 + 6), Z, int8_t(b0 + 9), Z)));
+    // Pixels 0..3 | 4..7 from bytes 0.. | 12.. in a, pixels 8..11 | 12..15
+    // from bytes 20.. | 32.. (four bytes in) in b: no load leaves the 48 bytes.
+    a = join(p, p + 12);
+    b = join(p + 20, p + 32);
+  }
+  for (int k = 0; k < 3; ++k) {
+    const int8_t c = int8_t(k);
+    H ma, mb;
+    if constexpr (Ord == Order::Natural) {
+      // The sixth pixel's byte is in a for the first channel, in b for the others.
+      ma = pick<High>(c, int8_t(c + 3), int8_t(c + 6), int8_t(c + 9), int8_t(c + 12), k == 0 ? int8_t(15) : Z, Z, Z);
+      mb = pick<High>(Z, Z, Z, Z, Z, k == 0 ? Z : int8_t(k - 1), int8_t(c + 2), int8_t(c + 5));
+    } else {
+      const int8_t d = int8_t(4 + k);
+      ma = pick<High>(c, int8_t(c + 3), int8_t(c + 6), int8_t(c + 9), Z, Z, Z, Z);
+      mb = pick<High>(Z, Z, Z, Z, d, int8_t(d + 3), int8_t(d + 6), int8_t(d + 9));
     }
+    out[k] = _mm256_or_si256(_mm256_shuffle_epi8(a, both(ma)), _mm256_shuffle_epi8(b, both(mb)));
   }
 }
 
@@ -94,10 +108,10 @@ inline void split3(const uint8_t* p, V out[3]) {
 inline void merge3(uint8_t* p, V c0, V c1, V c2) {
   const V t = _mm256_packus_epi16(c0, c1);  // c0 0-7, c1 0-7 | c0 8-15, c1 8-15
   const V c = _mm256_packus_epi16(c2, c2);  // c2 0-7 twice | c2 8-15 twice
-  const V first = _mm256_or_si256(_mm256_shuffle_epi8(t, both(0, 8, Z, 1, 9, Z, 2, 10, Z, 3, 11, Z, 4, 12, Z, 5)),
-                                  _mm256_shuffle_epi8(c, both(Z, Z, 0, Z, Z, 1, Z, Z, 2, Z, Z, 3, Z, Z, 4, Z)));
-  const V rest = _mm256_or_si256(_mm256_shuffle_epi8(t, both(13, Z, 6, 14, Z, 7, 15, Z, Z, Z, Z, Z, Z, Z, Z, Z)),
-                                 _mm256_shuffle_epi8(c, both(Z, 5, Z, Z, 6, Z, Z, 7, Z, Z, Z, Z, Z, Z, Z, Z)));
+  const V first = _mm256_or_si256(_mm256_shuffle_epi8(t, both(_mm_setr_epi8(0, 8, Z, 1, 9, Z, 2, 10, Z, 3, 11, Z, 4, 12, Z, 5))),
+                                  _mm256_shuffle_epi8(c, both(_mm_setr_epi8(Z, Z, 0, Z, Z, 1, Z, Z, 2, Z, Z, 3, Z, Z, 4, Z))));
+  const V rest = _mm256_or_si256(_mm256_shuffle_epi8(t, both(_mm_setr_epi8(13, Z, 6, 14, Z, 7, 15, Z, Z, Z, Z, Z, Z, Z, Z, Z))),
+                                 _mm256_shuffle_epi8(c, both(_mm_setr_epi8(Z, 5, Z, Z, 6, Z, Z, 7, Z, Z, Z, Z, Z, Z, Z, Z))));
   store16(p, lo(first));
   _mm_storel_epi64(reinterpret_cast<H*>(p + 16), lo(rest));
   store16(p + 24, hi(first));
@@ -105,7 +119,7 @@ inline void merge3(uint8_t* p, V c0, V c1, V c2) {
 }
 
 // 64 bytes of sixteen 4-byte pixels into byte positions 0..2 (and 3 if Alpha).
-template <Order Ord, bool Alpha>
+template <Order Ord, bool Alpha, bool High>
 inline void split4(const uint8_t* p, V out[4]) {
   // Per half and group of four pixels, two byte positions become two runs of
   // four 16-bit lanes; unpacking the runs of two groups gives eight lanes.
@@ -117,8 +131,8 @@ inline void split4(const uint8_t* p, V out[4]) {
     a = join(p, p + 32);       // pixels 0-3 | 8-11
     b = join(p + 16, p + 48);  // pixels 4-7 | 12-15
   }
-  const V m01 = both(0, Z, 4, Z, 8, Z, 12, Z, 1, Z, 5, Z, 9, Z, 13, Z);
-  const V m23 = both(2, Z, 6, Z, 10, Z, 14, Z, 3, Z, 7, Z, 11, Z, 15, Z);
+  const V m01 = both(pick<High>(0, 4, 8, 12, 1, 5, 9, 13));
+  const V m23 = both(pick<High>(2, 6, 10, 14, 3, 7, 11, 15));
   const V a01 = _mm256_shuffle_epi8(a, m01), b01 = _mm256_shuffle_epi8(b, m01);
   const V a23 = _mm256_shuffle_epi8(a, m23), b23 = _mm256_shuffle_epi8(b, m23);
   out[0] = _mm256_unpacklo_epi64(a01, b01);
@@ -147,17 +161,18 @@ inline void merge4(V c0, V c1, V c2, V c3, V& m0, V& m1) {
 }
 
 // Sixteen pixels of a layout: load() fills lanes v[0..2] in the form's channel
-// order and, when asked, v[3] with alpha; store<WriteAlpha>() writes them.
+// order and, when asked, v[3] with alpha (never with High); store<WriteAlpha>()
+// writes them.
 template <class L>
 struct Of;
 
 template <int I0, int I1, int I2>
 struct Of<layout::C3<I0, I1, I2>> {
   static constexpr bool kStoresQuads = false;  // 3-byte pixels are stored from Natural lanes only
-  template <Order Ord, bool Alpha>
+  template <Order Ord, bool Alpha, bool High>
   static void load(const SrcPlanes& s, int x, V o[4]) {
     V m[3];
-    split3<Ord>(s.p[0] + 3 * x, m);
+    split3<Ord, High>(s.p[0] + 3 * x, m);
     o[I0] = m[0];
     o[I1] = m[1];
     o[I2] = m[2];
@@ -173,10 +188,11 @@ struct Of<layout::C3<I0, I1, I2>> {
 template <int I0, int I1, int I2>
 struct Of<layout::C4<I0, I1, I2>> {
   static constexpr bool kStoresQuads = true;
-  template <Order Ord, bool Alpha>
+  template <Order Ord, bool Alpha, bool High>
   static void load(const SrcPlanes& s, int x, V o[4]) {
+    static_assert(!(Alpha && High));
     V m[4];
-    split4<Ord, Alpha>(s.p[0] + 4 * x, m);
+    split4<Ord, Alpha, High>(s.p[0] + 4 * x, m);
     o[I0] = m[0];
     o[I1] = m[1];
     o[I2] = m[2];
@@ -202,10 +218,11 @@ struct Of<layout::C4<I0, I1, I2>> {
 template <int N>
 struct Of<layout::P<N>> {
   static constexpr bool kStoresQuads = true;
-  template <Order Ord, bool Alpha>
+  template <Order Ord, bool Alpha, bool High>
   static void load(const SrcPlanes& s, int x, V o[4]) {
-    for (int k = 0; k < 3; ++k) o[k] = widen<Ord>(s.p[k] + x);
-    if constexpr (Alpha) o[3] = N > 3 ? widen<Ord>(s.p[3] + x) : _mm256_setzero_si256();
+    static_assert(!(Alpha && High));
+    for (int k = 0; k < 3; ++k) o[k] = widen<Ord, High>(s.p[k] + x);
+    if constexpr (Alpha) o[3] = N > 3 ? widen<Ord, false>(s.p[3] + x) : _mm256_setzero_si256();
   }
   template <Order Ord, bool WriteAlpha>
   static void store(const DstPlanes& d, int x, const V o[4]) {

@@ -95,8 +95,14 @@ struct FY2 {
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
-    const V r8 = O::sll(in[0], 8), g8 = O::sll(in[1], 8), b8 = O::sll(in[2], 8);
-    const V r7 = O::sll(in[0], 7), g7 = O::sll(in[1], 7), b7 = O::sll(in[2], 7);
+    const V in8[3] = {O::sll(in[0], 8), O::sll(in[1], 8), O::sll(in[2], 8)};
+    vblockHigh<O>(in8, out);
+  }
+  // The same from lanes holding the samples << 8.
+  template <class O, class V = typename O::V>
+  static void vblockHigh(const V* in8, V* out) {
+    const V r8 = in8[0], g8 = in8[1], b8 = in8[2];
+    const V r7 = O::srl(r8, 1), g7 = O::srl(g8, 1), b7 = O::srl(b8, 1);
     // For 8-bit samples no sum here saturates (luma stays below 56100, chroma
     // within +-14330), so the offsets after the shifts join the rounding adds
     // before them: + 16 << 8 for luma (still below 65536), + 128 << 7 for
@@ -247,8 +253,14 @@ struct FU1 {
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
-    const V r8 = O::sll(in[0], 8), g8 = O::sll(in[1], 8), b8 = O::sll(in[2], 8);
-    const V r7 = O::sll(in[0], 7), g7 = O::sll(in[1], 7), b7 = O::sll(in[2], 7);
+    const V in8[3] = {O::sll(in[0], 8), O::sll(in[1], 8), O::sll(in[2], 8)};
+    vblockHigh<O>(in8, out);
+  }
+  // The same from lanes holding the samples << 8.
+  template <class O, class V = typename O::V>
+  static void vblockHigh(const V* in8, V* out) {
+    const V r8 = in8[0], g8 = in8[1], b8 = in8[2];
+    const V r7 = O::srl(r8, 1), g7 = O::srl(g8, 1), b7 = O::srl(b8, 1);
     const V y = O::addus16u(O::addus16u(O::mulhi16u(r8, O::set(19595)), O::mulhi16u(g8, O::set(38469))),
                             O::mulhi16u(b8, O::set(7471)));
     const V u = O::adds16s(O::adds16s(O::mulhi16s(r7, O::set(-4816)), O::mulhi16s(g7, O::set(-9469))),
