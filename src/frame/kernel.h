@@ -92,33 +92,28 @@ inline void runPixels(const SrcPlanes& s, const DstPlanes& d, int x0, int x1, co
 }
 
 // Runs a block form over pixels [x0, x1): groups of 8 by the vector block where
-// the build has one, the rest by the form's scalar twin.
+// the build has one, the rest by the form's scalar twin. A Wide form runs its
+// lane-set block, whose clamp the stores make.
 template <class Form, class Src, class Dst, Alpha A>
-inline void runBlocks(const SrcPlanes& s, const DstPlanes& d, int x0, int x1, const RowCtx& c) {
+inline void runBlocks(const SrcPlanes& src, const DstPlanes& dst, int x0, int x1, const RowCtx& c) {
   int x = x0;
 #if LUM_SIMD_SSE
   if (hasBlock<Form>() && useVector()) {
-    if constexpr (isWide<Form>()) {
-      // The lane-set form; the stores clamp.
-      for (; x + 8 <= x1; x += 8) {
-        layout::Vx in, out;
-        Src::load(s, x, in);
-        Form::template vblock<lanes::Sse>(in.v, out.v);
-        detail::setAlpha<A>(out, in, c);
-        Dst::template store<A != Alpha::Keep>(d, x, out);
-      }
-    } else {
-      for (; x + 8 <= x1; x += 8) {
-        layout::Vx in, out;
-        Src::load(s, x, in);
-        if constexpr (hasBlock<Form>()) Form::block(in.v, out.v);
-        detail::setAlpha<A>(out, in, c);
-        Dst::template store<A != Alpha::Keep>(d, x, out);
-      }
+    // Local copies: the stores may alias anything, and the row pointers
+    // should stay in registers through the loop.
+    const SrcPlanes s = src;
+    const DstPlanes d = dst;
+    for (; x + 8 <= x1; x += 8) {
+      layout::Vx in, out;
+      Src::load(s, x, in);
+      if constexpr (isWide<Form>()) Form::template vblock<lanes::Sse>(in.v, out.v);
+      else if constexpr (hasBlock<Form>()) Form::block(in.v, out.v);
+      detail::setAlpha<A>(out, in, c);
+      Dst::template store<A != Alpha::Keep>(d, x, out);
     }
   }
 #endif
-  runPixels<Form, Src, Dst, A>(s, d, x, x1, c);
+  runPixels<Form, Src, Dst, A>(src, dst, x, x1, c);
 }
 
 // Row kernel: Cover is the block granularity (the block form covers

@@ -1,8 +1,8 @@
-// The sixteen-lane block loop of the generic row kernel (kernel.h), for the
-// *_avx2.cpp files. Each such file instantiates wide16::blocks explicitly for the
-// forms and layouts of its functions; the kernel calls it only after the
-// processor check of the call (RowCtx::wide), and it covers the same pixels
-// with the same lanes as the eight-lane blocks and the scalar twins.
+// The sixteen-lane row driver of the generic row kernel (kernel.h), for the
+// *_avx2.cpp files. Each such file instantiates wide16::image explicitly for
+// the forms and layouts of its functions; BlockThenTail::image calls it only
+// after the processor check of the call, and it covers the same pixels with
+// the same lanes as the eight-lane blocks and the scalar twins.
 #pragma once
 
 #include "frame/kernel.h"
