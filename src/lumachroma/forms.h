@@ -9,7 +9,11 @@
 //
 // vblock<O> leaves the last clamp8 to the store: every vector store narrows its
 // 16-bit lanes to bytes with unsigned saturation, which is clamp8 of the lane.
-// block() applies it, so that its lanes are the samples themselves.
+// block() applies it, so that its lanes are the samples themselves. Forms that
+// start from the samples << 8 also offer vblockHigh<O>(), which the wide loads
+// feed directly. The vector code is written for 8-bit samples: where a sum
+// cannot saturate or leave its lane for them, it is taken as the plain sum,
+// and each such place says why.
 #pragma once
 
 #include "frame/fixed_point.h"
