@@ -1,6 +1,8 @@
 // RGB <-> YCbCr / YUV at full resolution, with OpenCV's cvtColor and libyuv's
-// ARGB <-> I444 as peers doing the same amount of work.
+// ARGB <-> I444 as peers doing the same amount of work, and lumcc itself on its
+// eight-lane blocks ("lumcc-sse": what a processor without AVX2 runs).
 #include "bench_support.h"
+#include "frame/simd.h"
 
 #ifdef LUM_BENCH_OPENCV
 #include <opencv2/core.hpp>
@@ -79,29 +81,58 @@ MakeWork cvConvert(int srcType, int dstType, int code) {
 }
 #endif
 
+// The same call with the sixteen-lane blocks off: the eight-lane (SSE4.2) path.
+template <class F>
+auto eightLanes(F f) {
+  return [f](auto... a) {
+    lum::NarrowScope narrow;
+    return f(a...);
+  };
+}
+template <class F>
+auto withAval(F f) {
+  return [f](auto... a) { return f(a..., Lum8u(255)); };
+}
+
+// Registers the call as "lumcc" and, on the eight-lane blocks, as "lumcc-sse".
+template <class Shape, class F>
+void both(const char* name, Shape shape, F f) {
+  add(name, "lumcc", shape(f));
+  add(name, "lumcc-sse", shape(eightLanes(f)));
+}
+
 const bool kRegistered = [] {
-  add("RGBToYCbCr_8u_C3R", "lumcc", packedToPacked(3, 3, lumiRGBToYCbCr_8u_C3R));
-  add("RGBToYCbCr_8u_AC4R", "lumcc", packedToPacked(4, 4, lumiRGBToYCbCr_8u_AC4R));
-  add("RGBToYCbCr_8u_C3P3R", "lumcc", packedToPlanes(3, 3, lumiRGBToYCbCr_8u_C3P3R));
-  add("RGBToYCbCr_8u_AC4P3R", "lumcc", packedToPlanes(4, 3, lumiRGBToYCbCr_8u_AC4P3R));
-  add("RGBToYCbCr_8u_P3R", "lumcc", planesToPlanes(lumiRGBToYCbCr_8u_P3R));
-  add("YCbCrToRGB_8u_C3R", "lumcc", packedToPacked(3, 3, lumiYCbCrToRGB_8u_C3R));
-  add("YCbCrToRGB_8u_AC4R", "lumcc", packedToPacked(4, 4, lumiYCbCrToRGB_8u_AC4R));
-  add("YCbCrToRGB_8u_P3R", "lumcc", planesToPlanes(lumiYCbCrToRGB_8u_P3R));
-  add("YCbCrToRGB_8u_P3C3R", "lumcc", planesToPacked(3, lumiYCbCrToRGB_8u_P3C3R));
-  add("YCbCrToRGB_8u_P3C4R", "lumcc", planesToPacked(4, [](auto... a) { return lumiYCbCrToRGB_8u_P3C4R(a..., 255); }));
-  add("YCbCrToBGR_8u_P3C3R", "lumcc", planesToPacked(3, lumiYCbCrToBGR_8u_P3C3R));
-  add("YCbCrToBGR_8u_P3C4R", "lumcc", planesToPacked(4, [](auto... a) { return lumiYCbCrToBGR_8u_P3C4R(a..., 255); }));
-  add("RGBToYUV_8u_C3R", "lumcc", packedToPacked(3, 3, lumiRGBToYUV_8u_C3R));
-  add("RGBToYUV_8u_AC4R", "lumcc", packedToPacked(4, 4, lumiRGBToYUV_8u_AC4R));
-  add("RGBToYUV_8u_C3P3R", "lumcc", packedToPlanes(3, 3, lumiRGBToYUV_8u_C3P3R));
-  add("RGBToYUV_8u_P3R", "lumcc", planesToPlanes(lumiRGBToYUV_8u_P3R));
-  add("RGBToYUV_8u_AC4P4R", "lumcc", packedToPlanes(4, 4, lumiRGBToYUV_8u_AC4P4R));
-  add("YUVToRGB_8u_C3R", "lumcc", packedToPacked(3, 3, lumiYUVToRGB_8u_C3R));
-  add("YUVToRGB_8u_AC4R", "lumcc", packedToPacked(4, 4, lumiYUVToRGB_8u_AC4R));
-  add("YUVToRGB_8u_P3R", "lumcc", planesToPlanes(lumiYUVToRGB_8u_P3R));
-  add("YUVToRGB_8u_P3C3R", "lumcc", planesToPacked(3, lumiYUVToRGB_8u_P3C3R));
-  add("YUVToRGB_8u_C3C4R", "lumcc", packedToPacked(3, 4, [](auto... a) { return lumiYUVToRGB_8u_C3C4R(a..., 255); }));
+  const auto c3c3 = [](auto f) { return packedToPacked(3, 3, f); };
+  const auto c4c4 = [](auto f) { return packedToPacked(4, 4, f); };
+  const auto c3c4 = [](auto f) { return packedToPacked(3, 4, f); };
+  const auto c3p3 = [](auto f) { return packedToPlanes(3, 3, f); };
+  const auto c4p3 = [](auto f) { return packedToPlanes(4, 3, f); };
+  const auto c4p4 = [](auto f) { return packedToPlanes(4, 4, f); };
+  const auto p3p3 = [](auto f) { return planesToPlanes(f); };
+  const auto p3c3 = [](auto f) { return planesToPacked(3, f); };
+  const auto p3c4 = [](auto f) { return planesToPacked(4, f); };
+  both("RGBToYCbCr_8u_C3R", c3c3, lumiRGBToYCbCr_8u_C3R);
+  both("RGBToYCbCr_8u_AC4R", c4c4, lumiRGBToYCbCr_8u_AC4R);
+  both("RGBToYCbCr_8u_C3P3R", c3p3, lumiRGBToYCbCr_8u_C3P3R);
+  both("RGBToYCbCr_8u_AC4P3R", c4p3, lumiRGBToYCbCr_8u_AC4P3R);
+  both("RGBToYCbCr_8u_P3R", p3p3, lumiRGBToYCbCr_8u_P3R);
+  both("YCbCrToRGB_8u_C3R", c3c3, lumiYCbCrToRGB_8u_C3R);
+  both("YCbCrToRGB_8u_AC4R", c4c4, lumiYCbCrToRGB_8u_AC4R);
+  both("YCbCrToRGB_8u_P3R", p3p3, lumiYCbCrToRGB_8u_P3R);
+  both("YCbCrToRGB_8u_P3C3R", p3c3, lumiYCbCrToRGB_8u_P3C3R);
+  both("YCbCrToRGB_8u_P3C4R", p3c4, withAval(lumiYCbCrToRGB_8u_P3C4R));
+  both("YCbCrToBGR_8u_P3C3R", p3c3, lumiYCbCrToBGR_8u_P3C3R);
+  both("YCbCrToBGR_8u_P3C4R", p3c4, withAval(lumiYCbCrToBGR_8u_P3C4R));
+  both("RGBToYUV_8u_C3R", c3c3, lumiRGBToYUV_8u_C3R);
+  both("RGBToYUV_8u_AC4R", c4c4, lumiRGBToYUV_8u_AC4R);
+  both("RGBToYUV_8u_C3P3R", c3p3, lumiRGBToYUV_8u_C3P3R);
+  both("RGBToYUV_8u_P3R", p3p3, lumiRGBToYUV_8u_P3R);
+  both("RGBToYUV_8u_AC4P4R", c4p4, lumiRGBToYUV_8u_AC4P4R);
+  both("YUVToRGB_8u_C3R", c3c3, lumiYUVToRGB_8u_C3R);
+  both("YUVToRGB_8u_AC4R", c4c4, lumiYUVToRGB_8u_AC4R);
+  both("YUVToRGB_8u_P3R", p3p3, lumiYUVToRGB_8u_P3R);
+  both("YUVToRGB_8u_P3C3R", p3c3, lumiYUVToRGB_8u_P3C3R);
+  both("YUVToRGB_8u_C3C4R", c3c4, withAval(lumiYUVToRGB_8u_C3C4R));
 #ifdef LUM_BENCH_OPENCV
   add("RGBToYCbCr_8u_C3R", "opencv", cvConvert(CV_8UC3, CV_8UC3, cv::COLOR_RGB2YCrCb));
   add("YCbCrToRGB_8u_C3R", "opencv", cvConvert(CV_8UC3, CV_8UC3, cv::COLOR_YCrCb2RGB));

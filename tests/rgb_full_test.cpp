@@ -2,11 +2,15 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
 #include <cstring>
 #include <iterator>
 #include <optional>
+#include <set>
+#include <string>
 
 #include "frame/simd.h"
+#include "lumachroma/forms.h"
 #include "lumcc.h"
 #include "support/family.h"
 
@@ -151,6 +155,148 @@ TEST(RgbFull, RefusalsInCheckOrderLeaveDestinationUntouched) {
 TEST(RgbFull, VectorBlocksMatchScalarTwinsAtEveryWidth) {
   for (const auto& c : cases()) checkVectorMatchesScalar(c.fc, blockWidths(), 3);
 }
+
+// The three vector widths a call can run: sixteen lanes where the processor has
+// them, eight lanes, and the scalar twins alone.
+enum class Path { Wide, Narrow, Scalar };
+const Path kPaths[] = {Path::Wide, Path::Narrow, Path::Scalar};
+const char* pathName(Path p) { return p == Path::Wide ? "wide" : p == Path::Narrow ? "eight-lane" : "scalar"; }
+
+LumStatus callOn(Path p, const FnCase& fc, CallImages& ci, LumSize roi) {
+  if (p == Path::Scalar) {
+    lum::ScalarScope scalarOnly;
+    return fc.call(ci.buffers(), roi);
+  }
+  if (p == Path::Narrow) {
+    lum::NarrowScope eightLanes;
+    return fc.call(ci.buffers(), roi);
+  }
+  return fc.call(ci.buffers(), roi);
+}
+
+// One random source through each path at one width and image placement:
+// identical bytes, and nothing written outside the region.
+void checkPathsAgree(const FnCase& fc, LumSize roi, ImageOptions opt, std::mt19937& rng) {
+  SCOPED_TRACE(testing::Message() << "width " << roi.width << " offset " << opt.alignOffset);
+  CallImages ci(fc, roi, opt);
+  ci.randomizeSource(rng);
+  std::vector<uint8_t> out[3];
+  for (size_t i = 0; i < 3; ++i) {
+    ci.fillDestination(0x3C);
+    ASSERT_EQ(callOn(kPaths[i], fc, ci, roi), lumStatusOk);
+    ASSERT_TRUE(ci.canariesIntact()) << pathName(kPaths[i]) << " wrote outside the region";
+    out[i] = ci.destinationBytes();
+  }
+  ASSERT_EQ(out[0], out[2]) << "wide blocks differ from the scalar twins";
+  ASSERT_EQ(out[1], out[2]) << "eight-lane blocks differ from the scalar twins";
+}
+
+// Every width from 1 to 70 and a few large ones: with the region's end on the
+// guard page and odd steps, with 16-byte aligned rows and steps, and with rows
+// one and three bytes off.
+TEST(RgbFull, LaneWidthsAgreeAtEveryWidthAlignedOrNot) {
+  if (!lum::processorHasAvx2()) std::puts("no AVX2 here: the wide blocks are the eight-lane ones");
+  std::mt19937 rng(61);
+  std::vector<int> widths;
+  for (int w = 1; w <= 70; ++w) widths.push_back(w);
+  for (int w : {95, 96, 97, 255, 256, 257, 1001}) widths.push_back(w);
+  for (const auto& c : cases()) {
+    SCOPED_TRACE(c.fc.name);
+    for (int w : widths) ASSERT_NO_FATAL_FAILURE(checkPathsAgree(c.fc, LumSize{w, 3}, ImageOptions{}, rng));
+    for (int off : {0, 1, 3})
+      for (int w : widths) {
+        ImageOptions o;
+        o.alignOffset = off;
+        o.padBytes = off == 0 ? 16 : 5;
+        o.stepAlign = off == 0 ? 16 : 1;
+        ASSERT_NO_FATAL_FAILURE(checkPathsAgree(c.fc, LumSize{w, 3}, o, rng));
+      }
+  }
+}
+
+// All 2^24 input triples, 256 images of 256 x 256 with channel values
+// (column, row, image) and alpha a mix of the three: every path gives the
+// scalar twins' samples. The vector forms are written for 8-bit input only
+// and this is where that shows. One function per vector form (the layouts
+// are the random test's business).
+TEST(RgbFull, EveryInputTripleGivesTheSameSamplesOnEveryPath) {
+  const LumSize roi{256, 256};
+  const std::set<std::string> onePerForm = {
+      "RGBToYCbCr_C3R",    // FY1
+      "RGBToYCbCr_AC4P3R", // FY2
+      "YCbCrToRGB_C3R",    // IY1
+      "YCbCrToRGB_P3C4R",  // IY2
+      "YCbCrToRGB_P3R",    // IY3
+      "YCbCrToRGB_AC4R",   // SY3
+      "RGBToYUV_C3R",      // FU1
+      "RGBToYUV_AC4R",     // TU3
+      "RGBToYUV_AC4P4R",   // FU2
+      "YUVToRGB_C3R",      // IU1
+      "YUVToRGB_AC4R",     // SU1
+      "YUVToRGB_P3R",      // SU2
+      "YUVToRGB_P3C3R",    // IU2
+      "YUVToRGB_C3C4R",    // IU3
+  };
+  for (const auto& c : cases()) {
+    if (!onePerForm.count(c.fc.name)) continue;
+    SCOPED_TRACE(c.fc.name);
+    std::vector<CallImages> ci;
+    for (size_t i = 0; i < 3; ++i) ci.emplace_back(c.fc, roi);
+    for (int k = 0; k < 256; ++k) {
+      for (auto& im : ci) {
+        for (int y = 0; y < roi.height; ++y)
+          for (int x = 0; x < roi.width; ++x) {
+            const uint8_t v[4] = {uint8_t(x), uint8_t(y), uint8_t(k), uint8_t(x * 7 + y * 13 + k)};
+            if (c.fc.src.array) {
+              for (size_t p = 0; p < im.src.size(); ++p) im.src[p].row(y)[x] = v[p];
+            } else {
+              const int bpp = c.fc.src.planes[0].bpp;
+              for (int b = 0; b < bpp; ++b) im.src[0].row(y)[bpp * x + b] = v[b];
+            }
+          }
+        im.fillDestination(0x96);
+      }
+      for (size_t i = 0; i < 3; ++i) ASSERT_EQ(callOn(kPaths[i], c.fc, ci[i], roi), lumStatusOk);
+      const auto scalar = ci[2].destinationBytes();
+      ASSERT_EQ(ci[0].destinationBytes(), scalar) << "wide blocks, third channel " << k;
+      ASSERT_EQ(ci[1].destinationBytes(), scalar) << "eight-lane blocks, third channel " << k;
+    }
+  }
+}
+
+#if LUM_SIMD_SSE
+// The rounded inverse tails have eight-lane blocks that no function here runs
+// (their rows leave them fewer than eight pixels), for the families that use
+// them in blocks: on every input triple they give the scalar rule's samples.
+template <class Form>
+void checkBlockOnEveryTriple() {
+  for (int c = 0; c < 256; ++c)
+    for (int b = 0; b < 256; ++b)
+      for (int a = 0; a < 256; a += 8) {
+        __m128i in[3], out[3];
+        in[0] = _mm_setr_epi16(short(a), short(a + 1), short(a + 2), short(a + 3), short(a + 4), short(a + 5),
+                               short(a + 6), short(a + 7));
+        in[1] = _mm_set1_epi16(short(b));
+        in[2] = _mm_set1_epi16(short(c));
+        Form::block(in, out);
+        alignas(16) int16_t lanes[3][8];
+        for (int k = 0; k < 3; ++k) _mm_store_si128(reinterpret_cast<__m128i*>(lanes[k]), out[k]);
+        for (int i = 0; i < 8; ++i) {
+          const int px[3] = {a + i, b, c};
+          int want[3];
+          Form::pixel(px, want);
+          for (int k = 0; k < 3; ++k)
+            ASSERT_EQ(lanes[k][i], want[k]) << "input " << a + i << "," << b << "," << c << " channel " << k;
+        }
+      }
+}
+
+TEST(RgbFull, RoundedInverseTailBlocksMatchTheirPixels) {
+  checkBlockOnEveryTriple<lum::form::SY1>();
+  checkBlockOnEveryTriple<lum::form::SY2>();
+  checkBlockOnEveryTriple<lum::form::SU3>();
+}
+#endif
 
 TEST(RgbFull, AlignmentDoesNotChangeSamples) {
   for (const auto& c : cases()) checkAlignmentInvariance(c.fc, {1, 7, 15, 16, 17, 32, 48, 64, 100}, 4);

@@ -5,6 +5,7 @@
 // scalar twin (the block form's pixel()) computes the same lanes.
 #pragma once
 
+#include "frame/lanes.h"
 #include "frame/layouts.h"
 
 namespace lum {
@@ -53,6 +54,31 @@ constexpr bool hasBlock() {
 #endif
 }
 
+// A form whose blocks also run sixteen lanes at a time (AVX2). Its vector code is
+// the lane-set template vblock<O>, whose last lanes the stores clamp (every
+// vector store narrows with unsigned saturation, which is clamp8). The wide
+// row driver is instantiated, one per form and layouts, in an *_avx2.cpp file
+// (kernel_avx2.h); marking a form Wide is what asks for it.
+template <class Form>
+struct Wide : Form {
+  static constexpr bool kWide = true;
+};
+template <class Form>
+constexpr bool isWide() {
+  return requires { Form::kWide; };
+}
+
+namespace wide16 {
+// The rest of one row from pixel x on, run by the eight-lane blocks and the
+// scalar twins: what the wide driver hands back to the baseline code.
+using RowRest = void (*)(const SrcPlanes& s, const DstPlanes& d, int x, int width, const RowCtx& c);
+// Row driver of the wide blocks: in each row, Form over the first
+// leadEnd & ~15 pixels in groups of sixteen, then rest() from there when the
+// row goes on. Defined in kernel_avx2.h, instantiated in *_avx2.cpp files.
+template <class Form, class Src, class Dst, Alpha A>
+void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, int leadEnd, const RowCtx& c, RowRest rest);
+}  // namespace wide16
+
 // Runs one form over pixels [x0, x1) of a row by the scalar pixel() rule.
 template <class Form, class Src, class Dst, Alpha A>
 inline void runPixels(const SrcPlanes& s, const DstPlanes& d, int x0, int x1, const RowCtx& c) {
@@ -66,22 +92,28 @@ inline void runPixels(const SrcPlanes& s, const DstPlanes& d, int x0, int x1, co
 }
 
 // Runs a block form over pixels [x0, x1): groups of 8 by the vector block where
-// the build has one, the rest by the form's scalar twin.
+// the build has one, the rest by the form's scalar twin. A Wide form runs its
+// lane-set block, whose clamp the stores make.
 template <class Form, class Src, class Dst, Alpha A>
-inline void runBlocks(const SrcPlanes& s, const DstPlanes& d, int x0, int x1, const RowCtx& c) {
+inline void runBlocks(const SrcPlanes& src, const DstPlanes& dst, int x0, int x1, const RowCtx& c) {
   int x = x0;
 #if LUM_SIMD_SSE
   if (hasBlock<Form>() && useVector()) {
+    // Local copies: the stores may alias anything, and the row pointers
+    // should stay in registers through the loop.
+    const SrcPlanes s = src;
+    const DstPlanes d = dst;
     for (; x + 8 <= x1; x += 8) {
       layout::Vx in, out;
       Src::load(s, x, in);
-      if constexpr (hasBlock<Form>()) Form::block(in.v, out.v);
+      if constexpr (isWide<Form>()) Form::template vblock<lanes::Sse>(in.v, out.v);
+      else if constexpr (hasBlock<Form>()) Form::block(in.v, out.v);
       detail::setAlpha<A>(out, in, c);
       Dst::template store<A != Alpha::Keep>(d, x, out);
     }
   }
 #endif
-  runPixels<Form, Src, Dst, A>(s, d, x, x1, c);
+  runPixels<Form, Src, Dst, A>(src, dst, x, x1, c);
 }
 
 // Row kernel: Cover is the block granularity (the block form covers
@@ -90,17 +122,34 @@ inline void runBlocks(const SrcPlanes& s, const DstPlanes& d, int x0, int x1, co
 template <int Cover, class BlockForm, class TailForm, class Src, class Dst,
           Alpha BlockAlpha = Alpha::Keep, Alpha TailAlpha = BlockAlpha>
 struct BlockThenTail {
-  static void row(const SrcPlanes& s, const DstPlanes& d, int width, const RowCtx& c) {
+  static constexpr bool kNoBlock = std::is_same_v<BlockForm, NoBlock>;
+  // The form that starts each row, and how far it goes.
+  using Lead = std::conditional_t<kNoBlock, TailForm, BlockForm>;
+  static constexpr Alpha kLeadAlpha = kNoBlock ? TailAlpha : BlockAlpha;
+  static int leadEnd(int width) { return kNoBlock ? width : width & ~(Cover - 1); }
+
+  // The row from pixel x on; x is 0 or lies inside the lead form's part.
+  static void rowFrom(const SrcPlanes& s, const DstPlanes& d, int x, int width, const RowCtx& c) {
     int blockEnd = 0;
-    if constexpr (!std::is_same_v<BlockForm, NoBlock>) {
+    if constexpr (!kNoBlock) {
       blockEnd = width & ~(Cover - 1);
-      runBlocks<BlockForm, Src, Dst, BlockAlpha>(s, d, 0, blockEnd, c);
+      runBlocks<BlockForm, Src, Dst, BlockAlpha>(s, d, x, blockEnd, c);
     }
     if constexpr (!std::is_same_v<TailForm, NoBlock>)
-      runBlocks<TailForm, Src, Dst, TailAlpha>(s, d, blockEnd, width, c);
+      runBlocks<TailForm, Src, Dst, TailAlpha>(s, d, blockEnd > x ? blockEnd : x, width, c);
   }
-  // Whole region, row by row.
+  static void row(const SrcPlanes& s, const DstPlanes& d, int width, const RowCtx& c) { rowFrom(s, d, 0, width, c); }
+  // Whole region, row by row. A wide lead form runs sixteen lanes at a time
+  // where the processor allows it, which is asked once here.
   static void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, const RowCtx& c = {}) {
+#if LUM_SIMD_SSE
+    if constexpr (isWide<Lead>()) {
+      if (useWide()) {
+        wide16::image<Lead, Src, Dst, kLeadAlpha>(roi, s, d, leadEnd(roi.width), c, &rowFrom);
+        return;
+      }
+    }
+#endif
     for (int y = 0; y < roi.height; ++y) row(s.row(y), d.row(y), roi.width, c);
   }
 };
@@ -108,5 +157,30 @@ struct BlockThenTail {
 // Every pixel by the tail form alone.
 template <class TailForm, class Src, class Dst, Alpha A = Alpha::Keep>
 using TailOnly = BlockThenTail<1, NoBlock, TailForm, Src, Dst, A, A>;
+
+namespace detail {
+// The form marked for wide blocks where it has a vector block at all.
+template <class F>
+struct WideOf {
+  using type = std::conditional_t<hasBlock<F>(), Wide<F>, F>;
+};
+template <>
+struct WideOf<NoBlock> {
+  using type = NoBlock;
+};
+}  // namespace detail
+
+// BlockThenTail whose lead form (the block form, or the tail form where there
+// is none) also runs sixteen lanes at a time where the processor has AVX2; the
+// split between block and tail, and every sample, stay those of BlockThenTail.
+template <int Cover, class BlockForm, class TailForm, class Src, class Dst, Alpha BlockAlpha = Alpha::Keep,
+          Alpha TailAlpha = BlockAlpha>
+using WideBlockThenTail =
+    BlockThenTail<Cover, typename detail::WideOf<BlockForm>::type,
+                  std::conditional_t<std::is_same_v<BlockForm, NoBlock>, typename detail::WideOf<TailForm>::type,
+                                     TailForm>,
+                  Src, Dst, BlockAlpha, TailAlpha>;
+template <class TailForm, class Src, class Dst, Alpha A = Alpha::Keep>
+using WideTailOnly = WideBlockThenTail<1, NoBlock, TailForm, Src, Dst, A, A>;
 
 }  // namespace lum

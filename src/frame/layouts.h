@@ -66,25 +66,36 @@ inline void interleave3(uint8_t* p, const __m128i in[3]) {
 
 // 32 bytes of eight 4-byte pixels into the four byte positions as 16-bit lanes.
 inline void deinterleave4(const uint8_t* p, __m128i out[4]) {
-  const __m128i m = _mm_setr_epi8(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15);
-  const __m128i x = _mm_shuffle_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)), m);
-  const __m128i y = _mm_shuffle_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16)), m);
-  const __m128i lo = _mm_unpacklo_epi32(x, y);  // c0 x8, c1 x8
-  const __m128i hi = _mm_unpackhi_epi32(x, y);  // c2 x8, c3 x8
-  out[0] = _mm_cvtepu8_epi16(lo);
-  out[1] = _mm_cvtepu8_epi16(_mm_srli_si128(lo, 8));
-  out[2] = _mm_cvtepu8_epi16(hi);
-  out[3] = _mm_cvtepu8_epi16(_mm_srli_si128(hi, 8));
+  // Per group of four pixels, two byte positions as two runs of four 16-bit
+  // lanes; the runs of the two groups then meet.
+  const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+  const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16));
+  const __m128i m01 = _mm_setr_epi8(0, Z, 4, Z, 8, Z, 12, Z, 1, Z, 5, Z, 9, Z, 13, Z);
+  const __m128i m23 = _mm_setr_epi8(2, Z, 6, Z, 10, Z, 14, Z, 3, Z, 7, Z, 11, Z, 15, Z);
+  const __m128i a01 = _mm_shuffle_epi8(a, m01), b01 = _mm_shuffle_epi8(b, m01);
+  const __m128i a23 = _mm_shuffle_epi8(a, m23), b23 = _mm_shuffle_epi8(b, m23);
+  out[0] = _mm_unpacklo_epi64(a01, b01);
+  out[1] = _mm_unpackhi_epi64(a01, b01);
+  out[2] = _mm_unpacklo_epi64(a23, b23);
+  out[3] = _mm_unpackhi_epi64(a23, b23);
 }
 
-// Four vectors of 16-bit lanes (0..255) interleaved into 32 bytes at p.
-inline void interleave4(uint8_t* p, const __m128i in[4]) {
+// Four vectors of 16-bit lanes narrowed (clamp8) into the 32 bytes of eight
+// 4-byte pixels, as two vectors in memory order.
+inline void interleave4(const __m128i in[4], __m128i& m0, __m128i& m1) {
   const __m128i c01 = _mm_packus_epi16(in[0], in[1]);
   const __m128i c23 = _mm_packus_epi16(in[2], in[3]);
-  const __m128i lo = _mm_unpacklo_epi8(c01, _mm_srli_si128(c01, 8));  // c0 c1 pairs
-  const __m128i hi = _mm_unpacklo_epi8(c23, _mm_srli_si128(c23, 8));  // c2 c3 pairs
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(p), _mm_unpacklo_epi16(lo, hi));
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(p + 16), _mm_unpackhi_epi16(lo, hi));
+  const __m128i t0 = _mm_unpacklo_epi8(c01, c23);  // c0 c2 pairs
+  const __m128i t1 = _mm_unpackhi_epi8(c01, c23);  // c1 c3 pairs
+  m0 = _mm_unpacklo_epi8(t0, t1);
+  m1 = _mm_unpackhi_epi8(t0, t1);
+}
+// The same, stored at p.
+inline void interleave4(uint8_t* p, const __m128i in[4]) {
+  __m128i m0, m1;
+  interleave4(in, m0, m1);
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(p), m0);
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(p + 16), m1);
 }
 }  // namespace detail
 #endif

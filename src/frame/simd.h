@@ -32,4 +32,27 @@ class ScalarScope {
 // True when vector blocks should run in this call.
 inline bool useVector() noexcept { return LUM_SIMD_SSE && vectorEnabled(); }
 
+// Per-thread switch of the sixteen-lane (AVX2) blocks alone: off, the vector
+// code stays on the eight-lane blocks. Tests use it to compare the two widths.
+bool wideEnabled() noexcept;
+void setWideEnabled(bool on) noexcept;
+// True when the processor runs AVX2 (asked once, in a file built for the baseline).
+bool processorHasAvx2() noexcept;
+
+// RAII: runs a scope on the eight-lane blocks (tests only).
+class NarrowScope {
+ public:
+  NarrowScope() noexcept : prev_(wideEnabled()) { setWideEnabled(false); }
+  ~NarrowScope() { setWideEnabled(prev_); }
+  NarrowScope(const NarrowScope&) = delete;
+  NarrowScope& operator=(const NarrowScope&) = delete;
+
+ private:
+  bool prev_;
+};
+
+// True when the sixteen-lane blocks may run in this call: vector code on, the
+// wide switch on and a processor with AVX2. Asked once per call.
+inline bool useWide() noexcept { return useVector() && wideEnabled() && processorHasAvx2(); }
+
 }  // namespace lum

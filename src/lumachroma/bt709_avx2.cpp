@@ -4,6 +4,7 @@
 // the functions that other files share, everything here that is not one of the
 // explicit instantiations below lives in an unnamed namespace, and the forms
 // are instantiated with the unnamed lane set W.
+#include "frame/lanes_avx2.h"
 #include "lumachroma/bt709_kernels.h"
 
 #if LUM_SIMD_SSE && defined(__AVX2__)
@@ -15,22 +16,7 @@ using V = __m256i;
 using H = __m128i;
 
 // The lane operations of the forms on sixteen 16-bit lanes.
-struct W {
-  using V = __m256i;
-  static V set(int v) { return _mm256_set1_epi16(int16_t(v)); }
-  static V mulhi16u(V a, V b) { return _mm256_mulhi_epu16(a, b); }
-  static V mulhi16s(V a, V b) { return _mm256_mulhi_epi16(a, b); }
-  static V adds16s(V a, V b) { return _mm256_adds_epi16(a, b); }
-  static V subs16s(V a, V b) { return _mm256_subs_epi16(a, b); }
-  static V addus16u(V a, V b) { return _mm256_adds_epu16(a, b); }
-  static V add16(V a, V b) { return _mm256_add_epi16(a, b); }
-  static V sub16(V a, V b) { return _mm256_sub_epi16(a, b); }
-  static V sll(V a, int n) { return _mm256_slli_epi16(a, n); }
-  static V srl(V a, int n) { return _mm256_srli_epi16(a, n); }
-  static V sra(V a, int n) { return _mm256_srai_epi16(a, n); }
-  static V min16(V a, V b) { return _mm256_min_epi16(a, b); }
-  static V max16(V a, V b) { return _mm256_max_epi16(a, b); }
-};
+using W = lanes::Avx2;
 
 constexpr int8_t Z = -128;  // pshufb: write zero
 

@@ -1,17 +1,37 @@
 // Arithmetic forms of the RGB <-> YCbCr and RGB <-> YUV conversions. Each form
-// is one recipe: pixel() is the lane-exact scalar rule; block() (where a form is
-// used in block loops) computes the same lanes on eight 16-bit lanes at once.
+// is one recipe: pixel() is the lane-exact scalar rule; vblock<O>() (where a
+// form is used in block loops) computes the same lanes over a lane set O
+// (lanes.h: eight 16-bit lanes, or sixteen in the wide blocks), and block() is
+// its eight-lane entry for the generic kernels and other families.
 // Channel order in and out is the models' own: R, G, B and Y, Cb (U), Cr (V).
 // The forms differ on purpose in constants and rounding; each function uses the
 // ones its row of the member table names, so none may be merged with another.
+//
+// vblock<O> leaves the last clamp8 to the store: every vector store narrows its
+// 16-bit lanes to bytes with unsigned saturation, which is clamp8 of the lane.
+// block() applies it, so that its lanes are the samples themselves. Forms that
+// start from the samples << 8 also offer vblockHigh<O>(), which the wide loads
+// feed directly. The vector code is written for 8-bit samples: where a sum
+// cannot saturate or leave its lane for them, it is taken as the plain sum,
+// and each such place says why.
 #pragma once
 
 #include "frame/fixed_point.h"
+#include "frame/lanes.h"
 #include "lumachroma/chop.h"
 
 namespace lum::form {
 
 using namespace fx;
+
+#if LUM_SIMD_SSE
+// Eight lanes of Form with clamp8 applied: the block() of every form here.
+template <class Form>
+inline void clampedBlock(const __m128i* in, __m128i* out) {
+  Form::template vblock<lanes::Sse>(in, out);
+  for (int k = 0; k < 3; ++k) out[k] = lanes::Sse::clamp8(out[k]);
+}
+#endif
 
 // ---------------------------------------------------------------------------
 // Forward YCbCr (BT.601 studio range)
@@ -36,19 +56,21 @@ struct FY1 {
     out[1] = cb(in[0], in[1], in[2]);
     out[2] = cr(in[0], in[1], in[2]);
   }
-#if LUM_SIMD_SSE
-  static void block(const __m128i* in, __m128i* out) {
-    const V r = sll16<7>(in[0]), g = sll16<7>(in[1]), b = sll16<7>(in[2]);
-    const V y = add16(add16(add16(mulhrs16s(r, set16(4211)), mulhrs16s(g, set16(8258))),
-                            mulhrs16s(b, set16(1606))), set16(1056));
-    const V cb = add16(sub16(sub16(mulhrs16s(b, set16(7193)), mulhrs16s(g, set16(4768))),
-                             mulhrs16s(r, set16(2425))), set16(8194));
-    const V cr = add16(sub16(sub16(mulhrs16s(r, set16(7193)), mulhrs16s(g, set16(6029))),
-                             mulhrs16s(b, set16(1163))), set16(8194));
-    out[0] = clamp8(sra16<6>(y));
-    out[1] = clamp8(sra16<6>(cb));
-    out[2] = clamp8(sra16<6>(cr));
+  template <class O, class V = typename O::V>
+  static void vblock(const V* in, V* out) {
+    const V r = O::sll(in[0], 7), g = O::sll(in[1], 7), b = O::sll(in[2], 7);
+    const V y = O::add16(O::add16(O::add16(O::mulhrs16s(r, O::set(4211)), O::mulhrs16s(g, O::set(8258))),
+                                  O::mulhrs16s(b, O::set(1606))), O::set(1056));
+    const V cb = O::add16(O::sub16(O::sub16(O::mulhrs16s(b, O::set(7193)), O::mulhrs16s(g, O::set(4768))),
+                                   O::mulhrs16s(r, O::set(2425))), O::set(8194));
+    const V cr = O::add16(O::sub16(O::sub16(O::mulhrs16s(r, O::set(7193)), O::mulhrs16s(g, O::set(6029))),
+                                   O::mulhrs16s(b, O::set(1163))), O::set(8194));
+    out[0] = O::sra(y, 6);
+    out[1] = O::sra(cb, 6);
+    out[2] = O::sra(cr, 6);
   }
+#if LUM_SIMD_SSE
+  static void block(const __m128i* in, __m128i* out) { clampedBlock<FY1>(in, out); }
 #endif
 };
 
@@ -75,20 +97,32 @@ struct FY2 {
     out[1] = cb(in[0], in[1], in[2]);
     out[2] = cr(in[0], in[1], in[2]);
   }
-#if LUM_SIMD_SSE
-  static void block(const __m128i* in, __m128i* out) {
-    const V r8 = sll16<8>(in[0]), g8 = sll16<8>(in[1]), b8 = sll16<8>(in[2]);
-    const V r7 = sll16<7>(in[0]), g7 = sll16<7>(in[1]), b7 = sll16<7>(in[2]);
-    const V y = addus16u(addus16u(addus16u(mulhi16u(r8, set16(16843)), mulhi16u(g8, set16(33030))),
-                                  mulhi16u(b8, set16(6423))), set16(128));
-    const V cb = adds16s(adds16s(adds16s(mulhi16s(r7, set16(-9699)), mulhi16s(g7, set16(-19071))),
-                                 mulhi16s(b7, set16(28770))), set16(64));
-    const V cr = adds16s(adds16s(adds16s(mulhi16s(r7, set16(28770)), mulhi16s(g7, set16(-24117))),
-                                 mulhi16s(b7, set16(-4653))), set16(64));
-    out[0] = clamp8(add16(srl16<8>(y), set16(16)));
-    out[1] = clamp8(add16(sra16<7>(cb), set16(128)));
-    out[2] = clamp8(add16(sra16<7>(cr), set16(128)));
+  template <class O, class V = typename O::V>
+  static void vblock(const V* in, V* out) {
+    const V in8[3] = {O::sll(in[0], 8), O::sll(in[1], 8), O::sll(in[2], 8)};
+    vblockHigh<O>(in8, out);
   }
+  // The same from lanes holding the samples << 8.
+  template <class O, class V = typename O::V>
+  static void vblockHigh(const V* in8, V* out) {
+    const V r8 = in8[0], g8 = in8[1], b8 = in8[2];
+    const V r7 = O::srl(r8, 1), g7 = O::srl(g8, 1), b7 = O::srl(b8, 1);
+    // For 8-bit samples no sum here saturates (luma stays below 56100, chroma
+    // within +-14330), so the offsets after the shifts join the rounding adds
+    // before them: + 16 << 8 for luma (still below 65536), + 128 << 7 for
+    // chroma (still positive and below 32768).
+    const V y = O::add16(O::add16(O::add16(O::mulhi16u(r8, O::set(16843)), O::mulhi16u(g8, O::set(33030))),
+                                  O::mulhi16u(b8, O::set(6423))), O::set(128 + (16 << 8)));
+    const V cb = O::add16(O::add16(O::add16(O::mulhi16s(r7, O::set(-9699)), O::mulhi16s(g7, O::set(-19071))),
+                                   O::mulhi16s(b7, O::set(28770))), O::set(64 + (128 << 7)));
+    const V cr = O::add16(O::add16(O::add16(O::mulhi16s(r7, O::set(28770)), O::mulhi16s(g7, O::set(-24117))),
+                                   O::mulhi16s(b7, O::set(-4653))), O::set(64 + (128 << 7)));
+    out[0] = O::srl(y, 8);
+    out[1] = O::sra(cb, 7);
+    out[2] = O::sra(cr, 7);
+  }
+#if LUM_SIMD_SSE
+  static void block(const __m128i* in, __m128i* out) { clampedBlock<FY2>(in, out); }
 #endif
 };
 
@@ -121,17 +155,19 @@ struct IYRounded {
     out[1] = clamp8(adds16s(g, Round) >> Shift);
     out[2] = clamp8(adds16s(b, Round) >> Shift);
   }
-#if LUM_SIMD_SSE
-  static void block(const __m128i* in, __m128i* out) {
-    const V y = mulhi16s(sll16<7>(sub16(in[0], set16(16))), set16(Cy));
-    const V cb = sll16<7>(sub16(in[1], set16(128))), cr = sll16<7>(sub16(in[2], set16(128)));
-    const V r = adds16s(y, mulhi16s(cr, set16(CrR)));
-    const V g = subs16s(y, adds16s(mulhi16s(cb, set16(CbG)), mulhi16s(cr, set16(CrG))));
-    const V b = adds16s(y, mulhi16s(cb, set16(CbB)));
-    out[0] = clamp8(_mm_srai_epi16(adds16s(r, set16(Round)), Shift));
-    out[1] = clamp8(_mm_srai_epi16(adds16s(g, set16(Round)), Shift));
-    out[2] = clamp8(_mm_srai_epi16(adds16s(b, set16(Round)), Shift));
+  // For 8-bit samples no sum here saturates (|y| < 4500, each chroma term
+  // below 3300), so the saturating adds are plain ones and the rounding add
+  // is made once, on y.
+  template <class O, class V = typename O::V>
+  static void vblock(const V* in, V* out) {
+    const V y = O::add16(O::mulhi16s(O::sll(O::sub16(in[0], O::set(16)), 7), O::set(Cy)), O::set(Round));
+    const V cb = O::sll(O::sub16(in[1], O::set(128)), 7), cr = O::sll(O::sub16(in[2], O::set(128)), 7);
+    out[0] = O::sra(O::add16(y, O::mulhi16s(cr, O::set(CrR))), Shift);
+    out[1] = O::sra(O::sub16(y, O::add16(O::mulhi16s(cb, O::set(CbG)), O::mulhi16s(cr, O::set(CrG)))), Shift);
+    out[2] = O::sra(O::add16(y, O::mulhi16s(cb, O::set(CbB))), Shift);
   }
+#if LUM_SIMD_SSE
+  static void block(const __m128i* in, __m128i* out) { clampedBlock<IYRounded>(in, out); }
 #endif
 };
 using IY1 = IYRounded<4769, 6537, 1605, 3330, 8263, 4, 3>;
@@ -146,14 +182,16 @@ struct IY3 {
     out[1] = clamp8(adds16s(adds16s(y, mulhi16s(cr, -6660)), mulhi16s(cb, -3203)) >> 4);
     out[2] = clamp8(adds16s(y, mulhi16s(cb, 16523)) >> 4);
   }
-#if LUM_SIMD_SSE
-  static void block(const __m128i* in, __m128i* out) {
-    const V y = mulhi16s(sll16<7>(sub16(in[0], set16(16))), set16(9536));
-    const V cb = sll16<7>(sub16(in[1], set16(128))), cr = sll16<7>(sub16(in[2], set16(128)));
-    out[0] = clamp8(sra16<4>(adds16s(y, mulhi16s(cr, set16(13074)))));
-    out[1] = clamp8(sra16<4>(adds16s(adds16s(y, mulhi16s(cr, set16(-6660))), mulhi16s(cb, set16(-3203)))));
-    out[2] = clamp8(sra16<4>(adds16s(y, mulhi16s(cb, set16(16523)))));
+  template <class O, class V = typename O::V>
+  static void vblock(const V* in, V* out) {
+    const V y = O::mulhi16s(O::sll(O::sub16(in[0], O::set(16)), 7), O::set(9536));
+    const V cb = O::sll(O::sub16(in[1], O::set(128)), 7), cr = O::sll(O::sub16(in[2], O::set(128)), 7);
+    out[0] = O::sra(O::adds16s(y, O::mulhi16s(cr, O::set(13074))), 4);
+    out[1] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(cr, O::set(-6660))), O::mulhi16s(cb, O::set(-3203))), 4);
+    out[2] = O::sra(O::adds16s(y, O::mulhi16s(cb, O::set(16523))), 4);
   }
+#if LUM_SIMD_SSE
+  static void block(const __m128i* in, __m128i* out) { clampedBlock<IY3>(in, out); }
 #endif
 };
 
@@ -167,18 +205,25 @@ struct SYTail {
     out[1] = CHOP_ARRAY[(y - CbG * u - CrG * v) >> 16];
     out[2] = CHOP_ARRAY[(y + CbB * u) >> 16];
   }
-#if LUM_SIMD_SSE
-  // The same 32-bit sums four lanes at a time; the clamp equals the table's.
-  static void block(const __m128i* in, __m128i* out) {
-    wide32(in, out, [](const V* w, V* o) {
-      const V y = add32(mul32(sub32(w[0], set32(16)), Cy), set32(Rnd));
-      const V u = sub32(w[1], set32(128)), v = sub32(w[2], set32(128));
-      o[0] = sra32<16>(add32(y, mul32(v, CrR)));
-      o[1] = sra32<16>(sub32(sub32(y, mul32(u, CbG)), mul32(v, CrG)));
-      o[2] = sra32<16>(add32(y, mul32(u, CbB)));
-    });
-    for (int k = 0; k < 3; ++k) out[k] = clamp8(out[k]);
+  // The same sums on 16-bit lanes: each coefficient c splits into
+  // hiQ16(c) * 65536 + loQ16(c), so a channel is the sum of hiQ16(c) * x, which
+  // the shift leaves whole, and floor((sum of loQ16(c) * x + Rnd) / 65536),
+  // whose products fit 16 bits and whose sum is exact in 32. The clamp is the
+  // store's and equals the table's.
+  template <class O, class V = typename O::V>
+  static void vblock(const V* in, V* out) {
+    using namespace lanes;
+    const V y = O::sub16(in[0], O::set(16));
+    const V u = O::sub16(in[1], O::set(128)), v = O::sub16(in[2], O::set(128));
+    const V yh = addTimes<hiQ16(Cy), O>(O::zero(), y);
+    out[0] = addTimes<hiQ16(CrR), O>(O::add16(yh, maddQ16<O>(y, loQ16(Cy), v, loQ16(CrR), Rnd)), v);
+    out[1] = addTimes<hiQ16(-CrG), O>(
+        addTimes<hiQ16(-CbG), O>(O::add16(yh, maddQ16<O>(y, loQ16(Cy), u, loQ16(-CbG), v, loQ16(-CrG), Rnd)), u),
+        v);
+    out[2] = addTimes<hiQ16(CbB), O>(O::add16(yh, maddQ16<O>(y, loQ16(Cy), u, loQ16(CbB), Rnd)), u);
   }
+#if LUM_SIMD_SSE
+  static void block(const __m128i* in, __m128i* out) { clampedBlock<SYTail>(in, out); }
 #endif
 };
 using SY1 = SYTail<76282, 104593, 25689, 53279, 132184, 32768>;
@@ -210,20 +255,30 @@ struct FU1 {
     out[1] = u(in[0], in[1], in[2]);
     out[2] = v(in[0], in[1], in[2]);
   }
-#if LUM_SIMD_SSE
-  static void block(const __m128i* in, __m128i* out) {
-    const V r8 = sll16<8>(in[0]), g8 = sll16<8>(in[1]), b8 = sll16<8>(in[2]);
-    const V r7 = sll16<7>(in[0]), g7 = sll16<7>(in[1]), b7 = sll16<7>(in[2]);
-    const V y = addus16u(addus16u(mulhi16u(r8, set16(19595)), mulhi16u(g8, set16(38469))),
-                         mulhi16u(b8, set16(7471)));
-    const V u = adds16s(adds16s(mulhi16s(r7, set16(-4816)), mulhi16s(g7, set16(-9469))),
-                        mulhi16s(b7, set16(14286)));
-    const V v = adds16s(adds16s(mulhi16s(r7, set16(20152)), mulhi16s(g7, set16(-16875))),
-                        mulhi16s(b7, set16(-3276)));
-    out[0] = clamp8(srl16<8>(y));
-    out[1] = clamp8(adds16s(sra16<6>(u), set16(128)));
-    out[2] = clamp8(adds16s(sra16<6>(v), set16(128)));
+  template <class O, class V = typename O::V>
+  static void vblock(const V* in, V* out) {
+    const V in8[3] = {O::sll(in[0], 8), O::sll(in[1], 8), O::sll(in[2], 8)};
+    vblockHigh<O>(in8, out);
   }
+  // The same from lanes holding the samples << 8.
+  template <class O, class V = typename O::V>
+  static void vblockHigh(const V* in8, V* out) {
+    const V r8 = in8[0], g8 = in8[1], b8 = in8[2];
+    const V r7 = O::srl(r8, 1), g7 = O::srl(g8, 1), b7 = O::srl(b8, 1);
+    const V y = O::addus16u(O::addus16u(O::mulhi16u(r8, O::set(19595)), O::mulhi16u(g8, O::set(38469))),
+                            O::mulhi16u(b8, O::set(7471)));
+    const V u = O::adds16s(O::adds16s(O::mulhi16s(r7, O::set(-4816)), O::mulhi16s(g7, O::set(-9469))),
+                           O::mulhi16s(b7, O::set(14286)));
+    const V v = O::adds16s(O::adds16s(O::mulhi16s(r7, O::set(20152)), O::mulhi16s(g7, O::set(-16875))),
+                           O::mulhi16s(b7, O::set(-3276)));
+    // u and v stay within +-10040 for 8-bit samples, so the offset of 128
+    // after the shift goes in before it as 128 << 6, without saturating.
+    out[0] = O::srl(y, 8);
+    out[1] = O::sra(O::add16(u, O::set(128 << 6)), 6);
+    out[2] = O::sra(O::add16(v, O::set(128 << 6)), 6);
+  }
+#if LUM_SIMD_SSE
+  static void block(const __m128i* in, __m128i* out) { clampedBlock<FU1>(in, out); }
 #endif
 };
 
@@ -236,16 +291,18 @@ struct FU2 {
     out[1] = clamp8(adds16s(mulhi16s(((b + 1) >> 1) - y2, 16121), 128));
     out[2] = clamp8(adds16s(mulhi16s(((r + 1) >> 1) - y2, 28737), 128));
   }
-#if LUM_SIMD_SSE
-  static void block(const __m128i* in, __m128i* out) {
-    const V r = sll16<2>(in[0]), g = sll16<2>(in[1]), b = sll16<2>(in[2]);
-    const V one = set16(1);
-    const V y2 = adds16s(adds16s(adds16s(mulhi16s(r, set16(9798)), mulhi16s(g, set16(19235))),
-                                 mulhi16s(b, set16(3736))), one);
-    out[0] = clamp8(sra16<1>(y2));
-    out[1] = clamp8(adds16s(mulhi16s(sub16(sra16<1>(add16(b, one)), y2), set16(16121)), set16(128)));
-    out[2] = clamp8(adds16s(mulhi16s(sub16(sra16<1>(add16(r, one)), y2), set16(28737)), set16(128)));
+  template <class O, class V = typename O::V>
+  static void vblock(const V* in, V* out) {
+    const V r = O::sll(in[0], 2), g = O::sll(in[1], 2), b = O::sll(in[2], 2);
+    const V y2 = O::adds16s(O::adds16s(O::adds16s(O::mulhi16s(r, O::set(9798)), O::mulhi16s(g, O::set(19235))),
+                                       O::mulhi16s(b, O::set(3736))), O::set(1));
+    out[0] = O::sra(y2, 1);
+    // (4s + 1) >> 1 is 2s.
+    out[1] = O::adds16s(O::mulhi16s(O::sub16(O::sll(in[2], 1), y2), O::set(16121)), O::set(128));
+    out[2] = O::adds16s(O::mulhi16s(O::sub16(O::sll(in[0], 1), y2), O::set(28737)), O::set(128));
   }
+#if LUM_SIMD_SSE
+  static void block(const __m128i* in, __m128i* out) { clampedBlock<FU2>(in, out); }
 #endif
 };
 
@@ -281,19 +338,29 @@ struct TU3 {
     out[1] = ((((((B << 16) - y32 + 32768) >> 16) * 32244) >> 16) + 128) & 255;
     out[2] = clamp8(((((((R << 16) - y32 + 32768) >> 16) * 57475) >> 16) + 128));
   }
-#if LUM_SIMD_SSE
-  // The same 32-bit sums four lanes at a time.
-  static void block(const __m128i* in, __m128i* out) {
-    wide32(in, out, [](const V* w, V* o) {
-      const V y32 = add32(add32(mul32(w[0], 19595), mul32(w[1], 38470)), mul32(w[2], 7471));
-      const V half = set32(32768);
-      o[0] = sra32<16>(add32(y32, half));
-      o[1] = add32(sra32<16>(mul32(sra32<16>(add32(sub32(sll32<16>(w[2]), y32), half)), 32244)), set32(128));
-      o[2] = add32(sra32<16>(mul32(sra32<16>(add32(sub32(sll32<16>(w[0]), y32), half)), 57475)), set32(128));
-    });
-    out[1] = _mm_and_si128(out[1], set16(255));  // U is stored as its low byte
-    out[2] = clamp8(out[2]);
+  // The same values on 16-bit lanes. With 38470 = 65536 - 27066,
+  // y32 = G << 16 + s where s = 19595 R - 27066 G + 7471 B is exact in 32 bits:
+  // Y = G + floor((s + 32768) / 65536), and ((B << 16) - y32 + 32768) >> 16 is
+  // B - G - floor((s + 32767) / 65536) (likewise for R). The chroma products
+  // are high products, 57475 being 65536 - 8061; U stays within 2..253, so its
+  // low byte is itself, and V's clamp is the store's.
+  template <class O, class V = typename O::V>
+  static void vblock(const V* in, V* out) {
+    using namespace lanes;
+    V lo, hi, lo2, hi2;
+    O::madd(in[0], in[1], 19595, loQ16(38470), lo, hi);
+    O::madd(in[2], O::zero(), 7471, 0, lo2, hi2);
+    lo = O::add32(lo, lo2);
+    hi = O::add32(hi, hi2);
+    const V g = in[1];
+    const V y7 = O::add16(g, shrQ16<O>(lo, hi, 32767));  // floor((y32 + 32767) / 65536)
+    const V eb = O::sub16(in[2], y7), er = O::sub16(in[0], y7);
+    out[0] = O::add16(g, shrQ16<O>(lo, hi, 32768));
+    out[1] = O::add16(O::mulhi16s(eb, O::set(32244)), O::set(128));
+    out[2] = O::add16(O::add16(er, O::mulhi16s(er, O::set(-8061))), O::set(128));
   }
+#if LUM_SIMD_SSE
+  static void block(const __m128i* in, __m128i* out) { clampedBlock<TU3>(in, out); }
 #endif
 };
 
@@ -309,14 +376,16 @@ struct IU1 {
     out[1] = clamp8(adds16s(adds16s(y, mulhi16s(ua, -3228)), mulhi16s(va, -4760)));
     out[2] = clamp8(adds16s(y, mulhi16s(ua, 16646)));
   }
-#if LUM_SIMD_SSE
-  static void block(const __m128i* in, __m128i* out) {
+  template <class O, class V = typename O::V>
+  static void vblock(const V* in, V* out) {
     const V y = in[0];
-    const V ua = sll16<3>(sub16(in[1], set16(128))), va = sll16<3>(sub16(in[2], set16(128)));
-    out[0] = clamp8(adds16s(y, mulhi16s(va, set16(9339))));
-    out[1] = clamp8(adds16s(adds16s(y, mulhi16s(ua, set16(-3228))), mulhi16s(va, set16(-4760))));
-    out[2] = clamp8(adds16s(y, mulhi16s(ua, set16(16646))));
+    const V ua = O::sll(O::sub16(in[1], O::set(128)), 3), va = O::sll(O::sub16(in[2], O::set(128)), 3);
+    out[0] = O::adds16s(y, O::mulhi16s(va, O::set(9339)));
+    out[1] = O::adds16s(O::adds16s(y, O::mulhi16s(ua, O::set(-3228))), O::mulhi16s(va, O::set(-4760)));
+    out[2] = O::adds16s(y, O::mulhi16s(ua, O::set(16646)));
   }
+#if LUM_SIMD_SSE
+  static void block(const __m128i* in, __m128i* out) { clampedBlock<IU1>(in, out); }
 #endif
 };
 
@@ -328,14 +397,16 @@ struct IU2 {
     out[1] = clamp8(adds16s(adds16s(y, mulhi16s(ub, -3227)), mulhi16s(vb, -4759)) >> 1);
     out[2] = clamp8(adds16s(y, mulhi16s(ub, 16645)) >> 1);
   }
-#if LUM_SIMD_SSE
-  static void block(const __m128i* in, __m128i* out) {
-    const V y = sll16<1>(in[0]);
-    const V ub = sll16<4>(sub16(in[1], set16(128))), vb = sll16<4>(sub16(in[2], set16(128)));
-    out[0] = clamp8(sra16<1>(adds16s(y, mulhi16s(vb, set16(9338)))));
-    out[1] = clamp8(sra16<1>(adds16s(adds16s(y, mulhi16s(ub, set16(-3227))), mulhi16s(vb, set16(-4759)))));
-    out[2] = clamp8(sra16<1>(adds16s(y, mulhi16s(ub, set16(16645)))));
+  template <class O, class V = typename O::V>
+  static void vblock(const V* in, V* out) {
+    const V y = O::sll(in[0], 1);
+    const V ub = O::sll(O::sub16(in[1], O::set(128)), 4), vb = O::sll(O::sub16(in[2], O::set(128)), 4);
+    out[0] = O::sra(O::adds16s(y, O::mulhi16s(vb, O::set(9338))), 1);
+    out[1] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(ub, O::set(-3227))), O::mulhi16s(vb, O::set(-4759))), 1);
+    out[2] = O::sra(O::adds16s(y, O::mulhi16s(ub, O::set(16645))), 1);
   }
+#if LUM_SIMD_SSE
+  static void block(const __m128i* in, __m128i* out) { clampedBlock<IU2>(in, out); }
 #endif
 };
 
@@ -347,14 +418,18 @@ struct IU3 {
     out[1] = clamp8(adds16s(subs16s(subs16s(y, mulhi16s(uc, 1614)), mulhi16s(vc, 2380)), 4) >> 3);
     out[2] = clamp8(adds16s(adds16s(y, mulhi16s(uc, 8323)), 4) >> 3);
   }
-#if LUM_SIMD_SSE
-  static void block(const __m128i* in, __m128i* out) {
-    const V y = sll16<3>(in[0]), four = set16(4);
-    const V uc = sll16<7>(sub16(in[1], set16(128))), vc = sll16<7>(sub16(in[2], set16(128)));
-    out[0] = clamp8(sra16<3>(adds16s(adds16s(y, mulhi16s(vc, set16(4669))), four)));
-    out[1] = clamp8(sra16<3>(adds16s(subs16s(subs16s(y, mulhi16s(uc, set16(1614))), mulhi16s(vc, set16(2380))), four)));
-    out[2] = clamp8(sra16<3>(adds16s(adds16s(y, mulhi16s(uc, set16(8323))), four)));
+  template <class O, class V = typename O::V>
+  static void vblock(const V* in, V* out) {
+    // For 8-bit samples no sum here saturates (y + 4 < 2050, each chroma term
+    // below 2100), so the adds are plain ones and the rounding add is made once.
+    const V y = O::add16(O::sll(in[0], 3), O::set(4));
+    const V uc = O::sll(O::sub16(in[1], O::set(128)), 7), vc = O::sll(O::sub16(in[2], O::set(128)), 7);
+    out[0] = O::sra(O::add16(y, O::mulhi16s(vc, O::set(4669))), 3);
+    out[1] = O::sra(O::sub16(O::sub16(y, O::mulhi16s(uc, O::set(1614))), O::mulhi16s(vc, O::set(2380))), 3);
+    out[2] = O::sra(O::add16(y, O::mulhi16s(uc, O::set(8323))), 3);
   }
+#if LUM_SIMD_SSE
+  static void block(const __m128i* in, __m128i* out) { clampedBlock<IU3>(in, out); }
 #endif
 };
 
@@ -367,18 +442,22 @@ struct SUTail {
     out[1] = CHOP_ARRAY[(y - CbG * u - CrG * v + RndG) >> 16];
     out[2] = CHOP_ARRAY[(y + CbB * u + RndB) >> 16];
   }
-#if LUM_SIMD_SSE
-  // The same 32-bit sums four lanes at a time; the clamp equals the table's.
-  static void block(const __m128i* in, __m128i* out) {
-    wide32(in, out, [](const V* w, V* o) {
-      const V y = sll32<16>(w[0]);
-      const V u = sub32(w[1], set32(128)), v = sub32(w[2], set32(128));
-      o[0] = sra32<16>(add32(add32(y, mul32(v, CrR)), set32(RndR)));
-      o[1] = sra32<16>(add32(sub32(sub32(y, mul32(u, CbG)), mul32(v, CrG)), set32(RndG)));
-      o[2] = sra32<16>(add32(add32(y, mul32(u, CbB)), set32(RndB)));
-    });
-    for (int k = 0; k < 3; ++k) out[k] = clamp8(out[k]);
+  // The same sums on 16-bit lanes: Y << 16 and hiQ16(c) * 65536 of each
+  // coefficient pass the shift whole; floor((loQ16(c) * x + Rnd) / 65536) is a
+  // high product (with its carry where rounded) or, for two terms, an exact
+  // 32-bit sum. The clamp is the store's and equals the table's.
+  template <class O, class V = typename O::V>
+  static void vblock(const V* in, V* out) {
+    using namespace lanes;
+    const V y = in[0];
+    const V u = O::sub16(in[1], O::set(128)), v = O::sub16(in[2], O::set(128));
+    out[0] = addTimes<hiQ16(CrR), O>(O::add16(y, mulQ16<O>(v, loQ16(CrR), RndR)), v);
+    out[1] = addTimes<hiQ16(-CrG), O>(
+        addTimes<hiQ16(-CbG), O>(O::add16(y, maddQ16<O>(u, loQ16(-CbG), v, loQ16(-CrG), RndG)), u), v);
+    out[2] = addTimes<hiQ16(CbB), O>(O::add16(y, mulQ16<O>(u, loQ16(CbB), RndB)), u);
   }
+#if LUM_SIMD_SSE
+  static void block(const __m128i* in, __m128i* out) { clampedBlock<SUTail>(in, out); }
 #endif
 };
 // SU1 rounds R and B but truncates G.

@@ -16,6 +16,7 @@
 #pragma once
 
 #include "frame/fixed_point.h"
+#include "frame/lanes.h"
 #include "lumachroma/chop.h"
 
 namespace lum::form {
@@ -26,25 +27,10 @@ using namespace fx;
 constexpr int lim(int x) { return x < 1 ? 1 : (x > 254 ? 254 : x); }
 
 #if LUM_SIMD_SSE
-// The lane operations of the vector forms, on eight 16-bit lanes. The forms'
-// vector code is written once over such a set (O); the wide blocks supply the
-// same operations on sixteen lanes, so both compute the lanes of the scalar rule.
-struct Sse {
-  using V = __m128i;
-  static V set(int v) { return _mm_set1_epi16(int16_t(v)); }
-  static V mulhi16u(V a, V b) { return _mm_mulhi_epu16(a, b); }
-  static V mulhi16s(V a, V b) { return _mm_mulhi_epi16(a, b); }
-  static V adds16s(V a, V b) { return _mm_adds_epi16(a, b); }
-  static V subs16s(V a, V b) { return _mm_subs_epi16(a, b); }
-  static V addus16u(V a, V b) { return _mm_adds_epu16(a, b); }
-  static V add16(V a, V b) { return _mm_add_epi16(a, b); }
-  static V sub16(V a, V b) { return _mm_sub_epi16(a, b); }
-  static V sll(V a, int n) { return _mm_slli_epi16(a, n); }
-  static V srl(V a, int n) { return _mm_srli_epi16(a, n); }
-  static V sra(V a, int n) { return _mm_srai_epi16(a, n); }
-  static V min16(V a, V b) { return _mm_min_epi16(a, b); }
-  static V max16(V a, V b) { return _mm_max_epi16(a, b); }
-};
+// The vector code of the forms is written once over a lane set O (lanes.h):
+// Sse here, the sixteen-lane set in the wide blocks; both compute the lanes of
+// the scalar rule.
+using lanes::Sse;
 #endif
 
 // clamp8 of vector lanes is done by the store: every vector store narrows its

@@ -9,14 +9,14 @@ namespace L = lum::layout;
 
 LumStatus lumiRGBToYCbCr_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
   if (LumStatus s = check::nullThenSize(roi, pSrc, pDst)) return s;
-  BlockThenTail<16, FY1, FY3, L::RGB, L::RGB>::image(roi, packed(pSrc, srcStep), packed(pDst, dstStep));
+  WideBlockThenTail<16, FY1, FY3, L::RGB, L::RGB>::image(roi, packed(pSrc, srcStep), packed(pDst, dstStep));
   return lumStatusOk;
 }
 
 // The block loop stores whole pixels with alpha 0; the tail never touches alpha.
 LumStatus lumiRGBToYCbCr_8u_AC4R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
   if (LumStatus s = check::nullThenSize(roi, pSrc, pDst)) return s;
-  BlockThenTail<16, FY1, FY3, L::RGBA, L::RGBA, Alpha::Zero, Alpha::Keep>::image(
+  WideBlockThenTail<16, FY1, FY3, L::RGBA, L::RGBA, Alpha::Zero, Alpha::Keep>::image(
       roi, packed(pSrc, srcStep), packed(pDst, dstStep));
   return lumStatusOk;
 }
@@ -24,7 +24,7 @@ LumStatus lumiRGBToYCbCr_8u_AC4R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, in
 LumStatus lumiRGBToYCbCr_8u_C3P3R(const Lum8u* pSrc, int srcStep, Lum8u* const pDst[3], int dstStep, LumSize roi) {
   if (check::anyNull(pSrc, pDst) || check::anyPlaneNull(pDst, 3)) return lumStatusNullPointer;
   if (check::badSize(roi)) return lumStatusBadSize;
-  BlockThenTail<8, FY2, FY3, L::RGB, L::P3>::image(roi, packed(pSrc, srcStep), planar(pDst, 3, dstStep));
+  WideBlockThenTail<8, FY2, FY3, L::RGB, L::P3>::image(roi, packed(pSrc, srcStep), planar(pDst, 3, dstStep));
   return lumStatusOk;
 }
 
@@ -32,7 +32,7 @@ LumStatus lumiRGBToYCbCr_8u_C3P3R(const Lum8u* pSrc, int srcStep, Lum8u* const p
 LumStatus lumiRGBToYCbCr_8u_AC4P3R(const Lum8u* pSrc, int srcStep, Lum8u* const pDst[3], int dstStep, LumSize roi) {
   if (check::anyNull(pSrc, pDst) || check::anyPlaneNull(pDst, 3)) return lumStatusNullPointer;
   if (check::badSize(roi)) return lumStatusBadSize;
-  BlockThenTail<8, FY2, FY3, L::RGBA, L::P3>::image(roi, packed(pSrc, srcStep), planar(pDst, 3, dstStep));
+  WideBlockThenTail<8, FY2, FY3, L::RGBA, L::P3>::image(roi, packed(pSrc, srcStep), planar(pDst, 3, dstStep));
   return lumStatusOk;
 }
 
@@ -45,23 +45,23 @@ LumStatus lumiRGBToYCbCr_8u_P3R(const Lum8u* const pSrc[3], int srcStep, Lum8u* 
   const SrcPlanes s = planar(pSrc, 3, srcStep);
   const DstPlanes d = planar(pDst, 3, dstStep);
   if (allAligned16(s, d) && (roi.width & 15) == 0)
-    BlockThenTail<16, FY2, FY3, L::P3, L::P3>::image(roi, s, d);
+    WideBlockThenTail<16, FY2, FY3, L::P3, L::P3>::image(roi, s, d);
   else
-    BlockThenTail<8, FY2, FY3, L::P3, L::P3>::image(roi, s, d);
+    WideBlockThenTail<8, FY2, FY3, L::P3, L::P3>::image(roi, s, d);
   return lumStatusOk;
 }
 
 // Blocks of 16, then one of 8: the block form covers width & ~7.
 LumStatus lumiYCbCrToRGB_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
   if (LumStatus s = check::nullThenSize(roi, pSrc, pDst)) return s;
-  BlockThenTail<8, IY1, SY1, L::RGB, L::RGB>::image(roi, packed(pSrc, srcStep), packed(pDst, dstStep));
+  WideBlockThenTail<8, IY1, SY1, L::RGB, L::RGB>::image(roi, packed(pSrc, srcStep), packed(pDst, dstStep));
   return lumStatusOk;
 }
 
 // Tail form on every pixel; destination alpha is left as it is.
 LumStatus lumiYCbCrToRGB_8u_AC4R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
   if (LumStatus s = check::nullThenSize(roi, pSrc, pDst)) return s;
-  TailOnly<SY3, L::RGBA, L::RGBA>::image(roi, packed(pSrc, srcStep), packed(pDst, dstStep));
+  WideTailOnly<SY3, L::RGBA, L::RGBA>::image(roi, packed(pSrc, srcStep), packed(pDst, dstStep));
   return lumStatusOk;
 }
 
@@ -70,14 +70,14 @@ LumStatus lumiYCbCrToRGB_8u_P3R(const Lum8u* const pSrc[3], int srcStep, Lum8u* 
                                 LumSize roi) {
   if (LumStatus s = check::nullThenSize(roi, pSrc, pDst)) return s;
   if (check::anyPlaneNull(pSrc, 3) || check::anyPlaneNull(pDst, 3)) return lumStatusNullPointer;
-  BlockThenTail<4, IY3, SY2, L::P3, L::P3>::image(roi, planar(pSrc, 3, srcStep), planar(pDst, 3, dstStep));
+  WideBlockThenTail<4, IY3, SY2, L::P3, L::P3>::image(roi, planar(pSrc, 3, srcStep), planar(pDst, 3, dstStep));
   return lumStatusOk;
 }
 
 LumStatus lumiYCbCrToRGB_8u_P3C3R(const Lum8u* const pSrc[3], int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
   if (check::anyNull(pSrc, pDst) || check::anyPlaneNull(pSrc, 3)) return lumStatusNullPointer;
   if (check::badSize(roi)) return lumStatusBadSize;
-  BlockThenTail<8, IY1, SY1, L::P3, L::RGB>::image(roi, planar(pSrc, 3, srcStep), packed(pDst, dstStep));
+  WideBlockThenTail<8, IY1, SY1, L::P3, L::RGB>::image(roi, planar(pSrc, 3, srcStep), packed(pDst, dstStep));
   return lumStatusOk;
 }
 
@@ -85,7 +85,7 @@ LumStatus lumiYCbCrToRGB_8u_P3C4R(const Lum8u* const pSrc[3], int srcStep, Lum8u
                                   Lum8u aval) {
   if (LumStatus s = check::nullThenSize(roi, pSrc, pDst)) return s;
   if (check::anyPlaneNull(pSrc, 3)) return lumStatusNullPointer;
-  BlockThenTail<8, IY2, SY1, L::P3, L::RGBA, Alpha::Aval>::image(roi, planar(pSrc, 3, srcStep),
+  WideBlockThenTail<8, IY2, SY1, L::P3, L::RGBA, Alpha::Aval>::image(roi, planar(pSrc, 3, srcStep),
                                                                  packed(pDst, dstStep), RowCtx{aval});
   return lumStatusOk;
 }
@@ -93,7 +93,7 @@ LumStatus lumiYCbCrToRGB_8u_P3C4R(const Lum8u* const pSrc[3], int srcStep, Lum8u
 LumStatus lumiYCbCrToBGR_8u_P3C3R(const Lum8u* const pSrc[3], int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
   if (check::anyNull(pSrc, pDst) || check::anyPlaneNull(pSrc, 3)) return lumStatusNullPointer;
   if (check::badSize(roi)) return lumStatusBadSize;
-  BlockThenTail<8, IY1, SY1, L::P3, L::BGR>::image(roi, planar(pSrc, 3, srcStep), packed(pDst, dstStep));
+  WideBlockThenTail<8, IY1, SY1, L::P3, L::BGR>::image(roi, planar(pSrc, 3, srcStep), packed(pDst, dstStep));
   return lumStatusOk;
 }
 
@@ -102,7 +102,7 @@ LumStatus lumiYCbCrToBGR_8u_P3C4R(const Lum8u* const pSrc[3], int srcStep, Lum8u
                                   Lum8u aval) {
   if (check::anyNull(pSrc, pDst) || check::anyPlaneNull(pSrc, 3)) return lumStatusNullPointer;
   if (check::badSize(roi)) return lumStatusBadSize;
-  BlockThenTail<1, IY2, NoBlock, L::P3, L::BGRA, Alpha::Aval>::image(roi, planar(pSrc, 3, srcStep),
+  WideBlockThenTail<1, IY2, NoBlock, L::P3, L::BGRA, Alpha::Aval>::image(roi, planar(pSrc, 3, srcStep),
                                                                      packed(pDst, dstStep), RowCtx{aval});
   return lumStatusOk;
 }

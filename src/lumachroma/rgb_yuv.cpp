@@ -9,21 +9,21 @@ namespace L = lum::layout;
 
 LumStatus lumiRGBToYUV_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
   if (LumStatus s = check::nullThenSize(roi, pSrc, pDst)) return s;
-  BlockThenTail<16, FU1, TU1, L::RGB, L::RGB>::image(roi, packed(pSrc, srcStep), packed(pDst, dstStep));
+  WideBlockThenTail<16, FU1, TU1, L::RGB, L::RGB>::image(roi, packed(pSrc, srcStep), packed(pDst, dstStep));
   return lumStatusOk;
 }
 
 // Tail form on every pixel; destination alpha is left as it is.
 LumStatus lumiRGBToYUV_8u_AC4R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
   if (LumStatus s = check::nullThenSize(roi, pSrc, pDst)) return s;
-  TailOnly<TU3, L::RGBA, L::RGBA>::image(roi, packed(pSrc, srcStep), packed(pDst, dstStep));
+  WideTailOnly<TU3, L::RGBA, L::RGBA>::image(roi, packed(pSrc, srcStep), packed(pDst, dstStep));
   return lumStatusOk;
 }
 
 LumStatus lumiRGBToYUV_8u_C3P3R(const Lum8u* pSrc, int srcStep, Lum8u* const pDst[3], int dstStep, LumSize roi) {
   if (LumStatus s = check::nullThenSize(roi, pSrc, pDst)) return s;
   if (check::anyPlaneNull(pDst, 3)) return lumStatusNullPointer;
-  BlockThenTail<8, FU1, TU1, L::RGB, L::P3>::image(roi, packed(pSrc, srcStep), planar(pDst, 3, dstStep));
+  WideBlockThenTail<8, FU1, TU1, L::RGB, L::P3>::image(roi, packed(pSrc, srcStep), planar(pDst, 3, dstStep));
   return lumStatusOk;
 }
 
@@ -33,7 +33,7 @@ LumStatus lumiRGBToYUV_8u_P3R(const Lum8u* const pSrc[3], int srcStep, Lum8u* co
                               LumSize roi) {
   if (LumStatus s = check::nullThenSize(roi, pSrc, pDst)) return s;
   if (check::anyPlaneNull(pSrc, 3) || check::anyPlaneNull(pDst, 3)) return lumStatusNullPointer;
-  BlockThenTail<16, FU1, TU2, L::P3, L::P3>::image(roi, planar(pSrc, 3, srcStep), planar(pDst, 3, dstStep));
+  WideBlockThenTail<16, FU1, TU2, L::P3, L::P3>::image(roi, planar(pSrc, 3, srcStep), planar(pDst, 3, dstStep));
   return lumStatusOk;
 }
 
@@ -42,21 +42,21 @@ LumStatus lumiRGBToYUV_8u_P3R(const Lum8u* const pSrc[3], int srcStep, Lum8u* co
 LumStatus lumiRGBToYUV_8u_AC4P4R(const Lum8u* pSrc, int srcStep, Lum8u* const pDst[4], int dstStep, LumSize roi) {
   if (LumStatus s = check::nullThenSize(roi, pSrc, pDst)) return s;
   if (check::anyPlaneNull(pDst, 3)) return lumStatusNullPointer;
-  BlockThenTail<8, FU2, TU3, L::RGBA, L::P4, Alpha::Source>::image(roi, packed(pSrc, srcStep),
+  WideBlockThenTail<8, FU2, TU3, L::RGBA, L::P4, Alpha::Source>::image(roi, packed(pSrc, srcStep),
                                                                   planar(pDst, 4, dstStep));
   return lumStatusOk;
 }
 
 LumStatus lumiYUVToRGB_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
   if (LumStatus s = check::nullThenSize(roi, pSrc, pDst)) return s;
-  BlockThenTail<8, IU1, SU1, L::RGB, L::RGB>::image(roi, packed(pSrc, srcStep), packed(pDst, dstStep));
+  WideBlockThenTail<8, IU1, SU1, L::RGB, L::RGB>::image(roi, packed(pSrc, srcStep), packed(pDst, dstStep));
   return lumStatusOk;
 }
 
 // Tail form on every pixel; destination alpha is left as it is.
 LumStatus lumiYUVToRGB_8u_AC4R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
   if (LumStatus s = check::nullThenSize(roi, pSrc, pDst)) return s;
-  TailOnly<SU1, L::RGBA, L::RGBA>::image(roi, packed(pSrc, srcStep), packed(pDst, dstStep));
+  WideTailOnly<SU1, L::RGBA, L::RGBA>::image(roi, packed(pSrc, srcStep), packed(pDst, dstStep));
   return lumStatusOk;
 }
 
@@ -64,21 +64,21 @@ LumStatus lumiYUVToRGB_8u_P3R(const Lum8u* const pSrc[3], int srcStep, Lum8u* co
                               LumSize roi) {
   if (LumStatus s = check::nullThenSize(roi, pSrc, pDst)) return s;
   if (check::anyPlaneNull(pSrc, 3) || check::anyPlaneNull(pDst, 3)) return lumStatusNullPointer;
-  TailOnly<SU2, L::P3, L::P3>::image(roi, planar(pSrc, 3, srcStep), planar(pDst, 3, dstStep));
+  WideTailOnly<SU2, L::P3, L::P3>::image(roi, planar(pSrc, 3, srcStep), planar(pDst, 3, dstStep));
   return lumStatusOk;
 }
 
 LumStatus lumiYUVToRGB_8u_P3C3R(const Lum8u* const pSrc[3], int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
   if (LumStatus s = check::nullThenSize(roi, pSrc, pDst)) return s;
   if (check::anyPlaneNull(pSrc, 3)) return lumStatusNullPointer;
-  BlockThenTail<16, IU2, SU2, L::P3, L::RGB>::image(roi, planar(pSrc, 3, srcStep), packed(pDst, dstStep));
+  WideBlockThenTail<16, IU2, SU2, L::P3, L::RGB>::image(roi, planar(pSrc, 3, srcStep), packed(pDst, dstStep));
   return lumStatusOk;
 }
 
 // Blocks of 16 on rows whose pointers allow, then of 8: the block form covers width & ~7.
 LumStatus lumiYUVToRGB_8u_C3C4R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi, Lum8u aval) {
   if (LumStatus s = check::nullThenSize(roi, pSrc, pDst)) return s;
-  BlockThenTail<8, IU3, SU3, L::RGB, L::RGBA, Alpha::Aval>::image(roi, packed(pSrc, srcStep), packed(pDst, dstStep),
+  WideBlockThenTail<8, IU3, SU3, L::RGB, L::RGBA, Alpha::Aval>::image(roi, packed(pSrc, srcStep), packed(pDst, dstStep),
                                                                  RowCtx{aval});
   return lumStatusOk;
 }
