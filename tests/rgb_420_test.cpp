@@ -569,6 +569,25 @@ TEST(Rgb420, KnownAnswersOfTheForwardForms) {
   }
 }
 
+// The YUV tails, worked by hand. Planar and BGRA: luma y32 >> 16 per pixel,
+// chroma of four times the cell's difference rounded by 32767, then >> 18; the
+// cell's luma sum ends in exactly 0x8000, where 32767 and 32768 part (V 72, not
+// 73). C3: the luma adds 2 before >> 14, which lifts only the first pixel (two
+// below its next code), not the others (a rounding half would lift all four).
+TEST(Rgb420, KnownAnswersOfTheYuvTails) {
+  const std::vector<std::array<int, 3>> cellA = {{113, 206, 188}, {112, 247, 142}, {23, 124, 31}, {148, 217, 183}};
+  for (const char* n : {"RGBToYUV420_P3R", "RGBToYUV420_P3", "BGRToYUV420_AC4P3R"}) {
+    SCOPED_TRACE(n);
+    EXPECT_EQ(forwardCell(byName(n), cellA, 2), (Bytes{176, 194, 83, 192, 115, 72}));
+  }
+  const std::vector<std::array<int, 3>> cellB = {{74, 108, 127}, {90, 60, 30}, {17, 33, 250}, {250, 240, 10}};
+  for (const char* n : {"RGBToYUV420_C3P3R", "RGBToYUV420_C3P3"}) {
+    SCOPED_TRACE(n);
+    const Bytes out = forwardCell(byName(n), cellB, 2);
+    EXPECT_EQ(Bytes(out.begin(), out.begin() + 4), (Bytes{100, 65, 52, 216}));
+  }
+}
+
 TEST(Rgb420, KnownAnswersOfTheInverseForms) {
   struct Row {
     const char* name;
