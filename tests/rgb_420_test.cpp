@@ -569,6 +569,25 @@ TEST(Rgb420, KnownAnswersOfTheForwardForms) {
   }
 }
 
+// The YUV tails, worked by hand. Planar and BGRA: luma y32 >> 16 per pixel,
+// chroma of four times the cell's difference rounded by 32767, then >> 18; the
+// cell's luma sum ends in exactly 0x8000, where 32767 and 32768 part (V 72, not
+// 73). C3: the luma adds 2 before >> 14, which lifts only the first pixel (two
+// below its next code), not the others (a rounding half would lift all four);
+// its chroma rounds once (U 126, truncation would give 125).
+TEST(Rgb420, KnownAnswersOfTheYuvTails) {
+  const std::vector<std::array<int, 3>> cellA = {{113, 206, 188}, {112, 247, 142}, {23, 124, 31}, {148, 217, 183}};
+  for (const char* n : {"RGBToYUV420_P3R", "RGBToYUV420_P3", "BGRToYUV420_AC4P3R"}) {
+    SCOPED_TRACE(n);
+    EXPECT_EQ(forwardCell(byName(n), cellA, 2), (Bytes{176, 194, 83, 192, 115, 72}));
+  }
+  const std::vector<std::array<int, 3>> cellB = {{74, 108, 127}, {90, 60, 30}, {17, 33, 250}, {250, 240, 10}};
+  for (const char* n : {"RGBToYUV420_C3P3R", "RGBToYUV420_C3P3"}) {
+    SCOPED_TRACE(n);
+    EXPECT_EQ(forwardCell(byName(n), cellB, 2), (Bytes{100, 65, 52, 216, 126, 127}));
+  }
+}
+
 TEST(Rgb420, KnownAnswersOfTheInverseForms) {
   struct Row {
     const char* name;
@@ -579,6 +598,10 @@ TEST(Rgb420, KnownAnswersOfTheInverseForms) {
       {"YCbCr420ToRGB_P2C3R", 67, 164, 249, 16, {253, 0, 132}},  // IY4 with the 4:2:0 set
       {"YCbCr420ToRGB_P2C3R", 67, 164, 249, 2, {252, 0, 132}},   // SY1
       {"YCrCb420ToBGR_P2C4R", 67, 164, 249, 16, {253, 0, 132}},
+      {"YCbCr420ToRGB_P2C3R", 62, 134, 98, 16, {6, 76, 66}},  // 4:2:2 offsets: 5, 75, 65
+      {"YCrCb420ToRGB_P3C4R", 62, 134, 98, 8, {6, 76, 66}},
+      {"YCrCb420ToBGR_P2C3R", 73, 137, 140, 2, {85, 53, 84}},  // SY1 (SY2 would give 86, 53, 85)
+      {"YCrCb420ToRGB_P3C4R", 73, 137, 140, 6, {85, 53, 84}},
       {"YCrCb420ToRGB_P3C4R", 67, 164, 249, 8, {253, 0, 132}},
       {"YCrCb420ToRGB_P3C4R", 67, 164, 249, 6, {252, 0, 132}},
       {"YCbCr411ToBGR_P3C3R", 116, 236, 56, 8, {1, 133, 255}},  // IY1

@@ -1,5 +1,5 @@
 // Arithmetic forms of the RGB <-> 4:2:0 and 4:1:1 conversions, beside the
-// full-resolution forms they combine with (forms.h).
+// full-resolution and 4:2:2 forms they combine with (forms.h, forms_422.h).
 //
 // A cell chroma form takes the sums sR, sG, sB of a cell's four pixels and gives
 // the cell's chroma pair: pixel(s, out) is the lane-exact scalar rule, block() the
@@ -11,7 +11,7 @@
 #include <cstdint>
 
 #include "frame/lanes.h"
-#include "lumachroma/forms.h"
+#include "lumachroma/forms_422.h"
 
 namespace lum::form {
 
@@ -194,56 +194,9 @@ struct TU1Cell {
 // Inverse
 // ---------------------------------------------------------------------------
 
-// The offset-folded scheme of the 4:2:2 kernels (IY4): samples enter unsigned at
-// scale 128, the offsets of 16 and 128 are subtracted after the products, the
-// final >> 3 truncates. The 4:2:2 family keeps its own set; until the two meet
-// this template lives here.
-inline namespace cells420 {
-template <int Cy, int CrR, int CbG, int CrG, int CbB, int OffR, int OffG, int OffB>
-struct IYFolded {
-  static void pixel(const int* in, int* out) {
-    const int y = mulhi16s(in[0] << 7, Cy), cb = in[1] << 7, cr = in[2] << 7;
-    out[0] = clamp8(adds16s(y, mulhi16s(cr, CrR) - OffR) >> 3);
-    out[1] = clamp8(subs16s(y, adds16s(mulhi16s(cb, CbG), mulhi16s(cr, CrG)) - OffG) >> 3);
-    out[2] = clamp8(adds16s(y, mulhi16s(cb, CbB) - OffB) >> 3);
-  }
-#if LUM_SIMD_SSE
-  template <class V>
-  static void block(const V* in, V* out) {
-    const V y = mulhi16s(sll16<7>(in[0]), splat<V>(Cy)), cb = sll16<7>(in[1]), cr = sll16<7>(in[2]);
-    out[0] = clamp8(sra16<3>(adds16s(y, sub16(mulhi16s(cr, splat<V>(CrR)), splat<V>(OffR)))));
-    out[1] = clamp8(sra16<3>(subs16s(y, sub16(adds16s(mulhi16s(cb, splat<V>(CbG)), mulhi16s(cr, splat<V>(CrG))), splat<V>(OffG)))));
-    out[2] = clamp8(sra16<3>(adds16s(y, sub16(mulhi16s(cb, splat<V>(CbB)), splat<V>(OffB)))));
-  }
-#endif
-};
-
-// IU5: chroma << 7 against Y << 4, saturating sums, rounded >> 4.
-struct IU5 {
-  static void pixel(const int* in, int* out) {
-    const int y = in[0] << 4, ud = (in[1] - 128) << 7, vd = (in[2] - 128) << 7;
-    out[0] = clamp8(adds16s(adds16s(y, mulhi16s(vd, 9338)), 8) >> 4);
-    out[1] = clamp8(adds16s(subs16s(y, adds16s(mulhi16s(ud, 3227), mulhi16s(vd, 4759))), 8) >> 4);
-    out[2] = clamp8(adds16s(adds16s(y, mulhi16s(ud, 16646)), 8) >> 4);
-  }
-#if LUM_SIMD_SSE
-  template <class V>
-  static void block(const V* in, V* out) {
-    const V y = sll16<4>(in[0]), eight = splat<V>(8);
-    const V ud = sll16<7>(sub16(in[1], splat<V>(128))), vd = sll16<7>(sub16(in[2], splat<V>(128)));
-    out[0] = clamp8(sra16<4>(adds16s(adds16s(y, mulhi16s(vd, splat<V>(9338))), eight)));
-    out[1] = clamp8(sra16<4>(adds16s(subs16s(y, adds16s(mulhi16s(ud, splat<V>(3227)), mulhi16s(vd, splat<V>(4759)))), eight)));
-    out[2] = clamp8(sra16<4>(adds16s(adds16s(y, mulhi16s(ud, splat<V>(16646))), eight)));
-  }
-#endif
-};
-
-// SU4: SU3 without any rounding add.
-using SU4 = SUTail<74711, 25821, 38076, 133169, 0, 0, 0>;
-}  // namespace cells420
-
-// IY4 with the 4:2:0 set: 4769, 8263, 1605, 3330, 6537, and offsets that carry a
-// rounding half (1779, 1089, 2211 against 1783, 1085, 2214 of 4:2:2).
+// The offset-folded scheme of forms_422.h with the 4:2:0 set: 4769, 8263, 1605,
+// 3330, 6537, and offsets that carry a rounding half (1779, 1089, 2211 against
+// 1783, 1085, 2214 of 4:2:2).
 using IY4Cell = IYFolded<4769, 6537, 1605, 3330, 8263, 1779, 1089, 2211>;
 
 // IU2's coefficients at four times IU2's working scale: Y << 3, chroma << 6, then

@@ -13,6 +13,7 @@
 // both pixels of a pair see the same chroma, which the 4:2:2 layouts replicate.
 #pragma once
 
+#include "frame/lanes.h"
 #include "lumachroma/forms.h"
 
 namespace lum::form {
@@ -394,28 +395,32 @@ struct V8Block {
 // Inverse YCbCr
 // ---------------------------------------------------------------------------
 
-// IY4: samples enter unsigned at the scale of 128 and the offsets of 16 and 128
-// are subtracted after the products, at the scale of 8 (1783, 1085, 2214). No
-// rounding add: the final shift truncates.
-struct IY4 {
+// The offset-folded scheme: samples enter unsigned at the scale of 128 and the
+// offsets of 16 and 128 are subtracted after the products, at the scale of 8. No
+// rounding add of its own: the final shift truncates (a set may carry a rounding
+// half in its offsets). block() serves every vector width.
+template <int Cy, int CrR, int CbG, int CrG, int CbB, int OffR, int OffG, int OffB>
+struct IYFolded {
   static void pixel(const int* in, int* out) {
-    const int y = mulhi16s(in[0] << 7, 4768);
-    const int cb = in[1] << 7, cr = in[2] << 7;
-    out[0] = clamp8(adds16s(y, s16(mulhi16s(cr, 6537) - 1783)) >> 3);
-    out[1] = clamp8(subs16s(y, s16(adds16s(mulhi16s(cb, 1606), mulhi16s(cr, 3330)) - 1085)) >> 3);
-    out[2] = clamp8(adds16s(y, s16(mulhi16s(cb, 8262) - 2214)) >> 3);
+    const int y = mulhi16s(in[0] << 7, Cy), cb = in[1] << 7, cr = in[2] << 7;
+    out[0] = clamp8(adds16s(y, s16(mulhi16s(cr, CrR) - OffR)) >> 3);
+    out[1] = clamp8(subs16s(y, s16(adds16s(mulhi16s(cb, CbG), mulhi16s(cr, CrG)) - OffG)) >> 3);
+    out[2] = clamp8(adds16s(y, s16(mulhi16s(cb, CbB) - OffB)) >> 3);
   }
 #if LUM_SIMD_SSE
-  static void block(const __m128i* in, __m128i* out) {
-    const V y = mulhi16s(sll16<7>(in[0]), set16(4768));
-    const V cb = sll16<7>(in[1]), cr = sll16<7>(in[2]);
-    out[0] = clamp8(sra16<3>(adds16s(y, sub16(mulhi16s(cr, set16(6537)), set16(1783)))));
-    out[1] = clamp8(sra16<3>(
-        subs16s(y, sub16(adds16s(mulhi16s(cb, set16(1606)), mulhi16s(cr, set16(3330))), set16(1085)))));
-    out[2] = clamp8(sra16<3>(adds16s(y, sub16(mulhi16s(cb, set16(8262)), set16(2214)))));
+  template <class W>
+  static void block(const W* in, W* out) {
+    const W y = mulhi16s(sll16<7>(in[0]), splat<W>(Cy)), cb = sll16<7>(in[1]), cr = sll16<7>(in[2]);
+    out[0] = clamp8(sra16<3>(adds16s(y, sub16(mulhi16s(cr, splat<W>(CrR)), splat<W>(OffR)))));
+    out[1] = clamp8(sra16<3>(subs16s(y, sub16(adds16s(mulhi16s(cb, splat<W>(CbG)), mulhi16s(cr, splat<W>(CrG))), splat<W>(OffG)))));
+    out[2] = clamp8(sra16<3>(adds16s(y, sub16(mulhi16s(cb, splat<W>(CbB)), splat<W>(OffB)))));
   }
 #endif
 };
+
+// IY4: the folded scheme with the 4:2:2 set, 4768, 6537, 1606, 3330, 8262 and
+// the offsets 1783, 1085, 2214.
+using IY4 = IYFolded<4768, 6537, 1606, 3330, 8262, 1783, 1085, 2214>;
 
 // The IY1 scheme with the constants of the YCbCr422 -> BGRA kernel.
 using IY1Bgra = IYRounded<4767, 6537, 1605, 3330, 8261, 4, 3>;
@@ -434,12 +439,14 @@ struct IU5 {
     out[2] = clamp8(adds16s(adds16s(y, mulhi16s(ud, 16646)), 8) >> 4);
   }
 #if LUM_SIMD_SSE
-  static void block(const __m128i* in, __m128i* out) {
-    const V y = sll16<4>(in[0]), eight = set16(8);
-    const V ud = sll16<7>(sub16(in[1], set16(128))), vd = sll16<7>(sub16(in[2], set16(128)));
-    out[0] = clamp8(sra16<4>(adds16s(adds16s(y, mulhi16s(vd, set16(9338))), eight)));
-    out[1] = clamp8(sra16<4>(adds16s(subs16s(y, adds16s(mulhi16s(ud, set16(3227)), mulhi16s(vd, set16(4759)))), eight)));
-    out[2] = clamp8(sra16<4>(adds16s(adds16s(y, mulhi16s(ud, set16(16646))), eight)));
+  // Serves every vector width.
+  template <class W>
+  static void block(const W* in, W* out) {
+    const W y = sll16<4>(in[0]), eight = splat<W>(8);
+    const W ud = sll16<7>(sub16(in[1], splat<W>(128))), vd = sll16<7>(sub16(in[2], splat<W>(128)));
+    out[0] = clamp8(sra16<4>(adds16s(adds16s(y, mulhi16s(vd, splat<W>(9338))), eight)));
+    out[1] = clamp8(sra16<4>(adds16s(subs16s(y, adds16s(mulhi16s(ud, splat<W>(3227)), mulhi16s(vd, splat<W>(4759)))), eight)));
+    out[2] = clamp8(sra16<4>(adds16s(adds16s(y, mulhi16s(ud, splat<W>(16646))), eight)));
   }
 #endif
 };
