@@ -430,12 +430,10 @@ TEST(Deinterlace, EverySliceWritesItsRowsAndColumnsByTheirForms) {
   for (bool packed : {false, true})
     for (int layout : {lumSliceFirst, lumSliceMiddle, lumSliceLast, lumSliceWhole})
       for (int w : kWidths)
-        for (int h : {2, 4, 6, 8, 10}) checkSlice(packed, layout, w, h);
-}
-
-TEST(Deinterlace, OddHeightWorksOnTheEvenPart) {
-  for (bool packed : {false, true})
-    for (int layout : {lumSliceFirst, lumSliceMiddle, lumSliceLast, lumSliceWhole}) checkSlice(packed, layout, 34, 9);
+        for (int h : {2, 4, 6, 8, 10, 9}) {  // an odd height works on its even part
+          if (h == 9 && w != 34) continue;
+          checkSlice(packed, layout, w, h);
+        }
 }
 
 TEST(Deinterlace, HdtvKernelsMakeTheBottomRowInBlocks) {
@@ -495,31 +493,30 @@ TEST(Deinterlace, WholeFramePackedBiasOnFlatImages) {
     }
 }
 
+// A whole frame of two rows: the luma sums carry the bias of 4 (top 11 where the
+// unbiased sum gives 10), the chroma row comes through unchanged.
 TEST(Deinterlace, WholeFrameOfTwoRowsCarriesChromaUnchanged) {
+  const uint8_t y0[6] = {0, 255, 10, 11, 200, 3}, y1[6] = {0, 255, 13, 10, 100, 254};
+  const int top[6] = {1, 255, 11, 11, 176, 66}, bottom[6] = {1, 255, 13, 11, 126, 192};
   for (bool packed : {false, true}) {
     SliceImages im(6, 2, packed);
-    const uint8_t y0[6] = {0, 255, 10, 11, 200, 3}, y1[6] = {0, 255, 13, 10, 100, 254};
     std::memcpy(im.y.row(3), y0, 6);
     std::memcpy(im.y.row(4), y1, 6);
     ASSERT_EQ(im.call(lumSliceWhole), lumStatusOk);
+    const int k = packed ? 2 : 1;
     for (int x = 0; x < 6; ++x) {
-      const int top = std::min(255, (3 * y0[x] + y1[x] + 4) >> 2), bottom = std::min(255, (y0[x] + 3 * y1[x] + 4) >> 2);
+      EXPECT_EQ(im.dstRow(0, 0)[k * x], top[x]) << x;
+      EXPECT_EQ(im.dstRow(0, 1)[k * x], bottom[x]) << x;
       const int c = im.suv(0, x);
       if (packed) {
-        EXPECT_EQ(im.dstRow(0, 0)[2 * x], top);
-        EXPECT_EQ(im.dstRow(0, 1)[2 * x], bottom);
         EXPECT_EQ(im.dstRow(0, 0)[2 * x + 1], c);
         EXPECT_EQ(im.dstRow(0, 1)[2 * x + 1], c);
       } else {
-        EXPECT_EQ(im.dstRow(0, 0)[x], top);
-        EXPECT_EQ(im.dstRow(0, 1)[x], bottom);
         EXPECT_EQ(im.dstRow(size_t(1 + (x & 1)), 0)[x / 2], c);
       }
     }
-    EXPECT_EQ(im.dstRow(0, 0)[packed ? 4 : 2], (3 * 10 + 13 + 4) >> 2);  // 11, where the unbiased sum gives 10
   }
 }
-
 
 TEST(Deinterlace, BlockAndTailDifferInOneRow) {
   // Row -2 is M of rows -3, -2, -1 = 0, 0, 1: blocks round up to 1, the tail sums
@@ -585,14 +582,9 @@ void checkBgrFilter(LumSize roi) {
 }  // namespace
 
 TEST(BgrFilter, EachColumnTakesItsFormAndChroma) {
-  for (int w : {2, 3, 4, 5, 16, 17, 18, 19, 20, 32, 33, 34, 35, 36, 50, 64, 66, 100})
-    for (int h : {2, 3, 4, 7}) checkBgrFilter({w, h});
-}
-
-TEST(BgrFilter, OneRowOrOneColumnWritesNothing) {
-  checkBgrFilter({1, 4});
-  checkBgrFilter({40, 1});
-  checkBgrFilter({1, 1});
+  // One row or one column writes nothing.
+  for (int w : {1, 2, 3, 4, 5, 16, 17, 18, 19, 20, 32, 33, 34, 35, 36, 40, 50, 64, 66, 100})
+    for (int h : {1, 2, 3, 4, 7}) checkBgrFilter({w, h});
 }
 
 
