@@ -87,25 +87,30 @@ inline int q15(float w) { return cvtTrunc(double(w) * 32768.0 + 0.5); }
 namespace detail {
 constexpr int8_t Z = -128;  // pshufb: write zero
 
+// Shuffle masks that gather channel k of sixteen 3-byte pixels from load j of the
+// three 16-byte loads (channel k of pixel i lies at byte 3i + k of the 48);
+// the 128-bit and the 256-bit splits share them.
+alignas(16) inline constexpr int8_t kSplit3[3][3][16] = {
+    {{0, 3, 6, 9, 12, 15, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z},
+     {Z, Z, Z, Z, Z, Z, 2, 5, 8, 11, 14, Z, Z, Z, Z, Z},
+     {Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 1, 4, 7, 10, 13}},
+    {{1, 4, 7, 10, 13, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z},
+     {Z, Z, Z, Z, Z, 0, 3, 6, 9, 12, 15, Z, Z, Z, Z, Z},
+     {Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 2, 5, 8, 11, 14}},
+    {{2, 5, 8, 11, 14, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z},
+     {Z, Z, Z, Z, Z, 1, 4, 7, 10, 13, Z, Z, Z, Z, Z, Z},
+     {Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 0, 3, 6, 9, 12, 15}},
+};
+inline __m128i split3Mask(int k, int j) { return _mm_load_si128(reinterpret_cast<const __m128i*>(kSplit3[k][j])); }
+
 // 48 bytes of sixteen 3-byte pixels into the three byte positions, 16 bytes each.
 inline void split3x16(const uint8_t* p, __m128i out[3]) {
   const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
   const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16));
   const __m128i c = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 32));
-  // Channel k of pixel i lies at byte 3i + k of the 48; each output gathers its
-  // bytes from the three loads and merges them.
-  const __m128i a0 = _mm_setr_epi8(0, 3, 6, 9, 12, 15, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z);
-  const __m128i b0 = _mm_setr_epi8(Z, Z, Z, Z, Z, Z, 2, 5, 8, 11, 14, Z, Z, Z, Z, Z);
-  const __m128i c0 = _mm_setr_epi8(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 1, 4, 7, 10, 13);
-  const __m128i a1 = _mm_setr_epi8(1, 4, 7, 10, 13, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z);
-  const __m128i b1 = _mm_setr_epi8(Z, Z, Z, Z, Z, 0, 3, 6, 9, 12, 15, Z, Z, Z, Z, Z);
-  const __m128i c1 = _mm_setr_epi8(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 2, 5, 8, 11, 14);
-  const __m128i a2 = _mm_setr_epi8(2, 5, 8, 11, 14, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z);
-  const __m128i b2 = _mm_setr_epi8(Z, Z, Z, Z, Z, 1, 4, 7, 10, 13, Z, Z, Z, Z, Z, Z);
-  const __m128i c2 = _mm_setr_epi8(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 0, 3, 6, 9, 12, 15);
-  out[0] = _mm_or_si128(_mm_or_si128(_mm_shuffle_epi8(a, a0), _mm_shuffle_epi8(b, b0)), _mm_shuffle_epi8(c, c0));
-  out[1] = _mm_or_si128(_mm_or_si128(_mm_shuffle_epi8(a, a1), _mm_shuffle_epi8(b, b1)), _mm_shuffle_epi8(c, c1));
-  out[2] = _mm_or_si128(_mm_or_si128(_mm_shuffle_epi8(a, a2), _mm_shuffle_epi8(b, b2)), _mm_shuffle_epi8(c, c2));
+  for (int k = 0; k < 3; ++k)
+    out[k] = _mm_or_si128(_mm_or_si128(_mm_shuffle_epi8(a, split3Mask(k, 0)), _mm_shuffle_epi8(b, split3Mask(k, 1))),
+                          _mm_shuffle_epi8(c, split3Mask(k, 2)));
 }
 
 // 64 bytes of sixteen 4-byte pixels into the first three byte positions.

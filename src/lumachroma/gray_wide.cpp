@@ -39,18 +39,12 @@ constexpr int8_t Z = -128;
 // Sixteen 3-byte pixels per lane (lane 1 at p + 48) into the three byte planes.
 inline void split3x16(const uint8_t* p, Y out[3]) {
   const Y a = load2(p, 48), b = load2(p + 16, 48), c = load2(p + 32, 48);
-  const __m128i a0 = _mm_setr_epi8(0, 3, 6, 9, 12, 15, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z);
-  const __m128i b0 = _mm_setr_epi8(Z, Z, Z, Z, Z, Z, 2, 5, 8, 11, 14, Z, Z, Z, Z, Z);
-  const __m128i c0 = _mm_setr_epi8(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 1, 4, 7, 10, 13);
-  const __m128i a1 = _mm_setr_epi8(1, 4, 7, 10, 13, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z);
-  const __m128i b1 = _mm_setr_epi8(Z, Z, Z, Z, Z, 0, 3, 6, 9, 12, 15, Z, Z, Z, Z, Z);
-  const __m128i c1 = _mm_setr_epi8(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 2, 5, 8, 11, 14);
-  const __m128i a2 = _mm_setr_epi8(2, 5, 8, 11, 14, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z);
-  const __m128i b2 = _mm_setr_epi8(Z, Z, Z, Z, Z, 1, 4, 7, 10, 13, Z, Z, Z, Z, Z, Z);
-  const __m128i c2 = _mm_setr_epi8(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 0, 3, 6, 9, 12, 15);
-  out[0] = _mm256_or_si256(_mm256_or_si256(shuf(a, a0), shuf(b, b0)), shuf(c, c0));
-  out[1] = _mm256_or_si256(_mm256_or_si256(shuf(a, a1), shuf(b, b1)), shuf(c, c1));
-  out[2] = _mm256_or_si256(_mm256_or_si256(shuf(a, a2), shuf(b, b2)), shuf(c, c2));
+  for (int k = 0; k < 3; ++k) {
+    const __m128i m0 = _mm_load_si128(reinterpret_cast<const __m128i*>(detail::kSplit3[k][0]));
+    const __m128i m1 = _mm_load_si128(reinterpret_cast<const __m128i*>(detail::kSplit3[k][1]));
+    const __m128i m2 = _mm_load_si128(reinterpret_cast<const __m128i*>(detail::kSplit3[k][2]));
+    out[k] = _mm256_or_si256(_mm256_or_si256(shuf(a, m0), shuf(b, m1)), shuf(c, m2));
+  }
 }
 
 // Sixteen 4-byte pixels per lane (lane 1 at p + 64) into the first three byte planes.
