@@ -63,6 +63,15 @@ inline void spreadCells(__m128i c, __m128i& lo, __m128i& hi) {
     hi = _mm_unpackhi_epi16(t, t);
   }
 }
+// Eight lanes of form F for a store that narrows with unsigned saturation: the
+// form's vblock where it has one (it leaves clamp8 to that store), else block().
+template <class F>
+concept HasLaneBlock = requires(const __m128i* in, __m128i* out) { F::template vblock<lanes::Sse>(in, out); };
+template <class F>
+inline void storedBlock(const __m128i* in, __m128i* out) {
+  if constexpr (HasLaneBlock<F>) F::template vblock<lanes::Sse>(in, out);
+  else F::block(in, out);
+}
 template <bool Aligned>
 inline __m128i loadLuma16(const uint8_t* p) {
   if constexpr (Aligned) return _mm_load_si128(reinterpret_cast<const __m128i*>(p));
@@ -142,10 +151,10 @@ struct CellsForward {
     for (int r = 0; r < Cell::kRows; ++r) {
       __m128i y0[3], y1[3];
       Src::load(rgb[r], x, lo[r]);
-      BlockF::Luma::block(lo[r].v, y0);
+      detail::storedBlock<typename BlockF::Luma>(lo[r].v, y0);
       if constexpr (Px == 16) {
         Src::load(rgb[r], x + 8, hi[r]);
-        BlockF::Luma::block(hi[r].v, y1);
+        detail::storedBlock<typename BlockF::Luma>(hi[r].v, y1);
         detail::storeLuma16<AlignedLuma>(out.luma[r] + x, _mm_packus_epi16(y0[0], y1[0]));
       } else {
         hi[r] = lo[r];
@@ -158,7 +167,7 @@ struct CellsForward {
     }
     __m128i s[3], c[2];
     for (int k = 0; k < 3; ++k) s[k] = detail::cellSums<Cell>(lo[0].v[k], lo[1].v[k], hi[0].v[k], hi[1].v[k]);
-    BlockF::Chroma::block(s, c);
+    detail::storedBlock<typename BlockF::Chroma>(s, c);
     Chroma::template store<Px / Cell::kW>(out.chroma, x / Cell::kW, c[0], c[1]);
   }
 #endif
@@ -236,7 +245,7 @@ struct CellsInverse {
         pin[0].v[0] = _mm_cvtepu8_epi16(layout::detail::loadBytes<8>(in.luma[r] + x));
       }
       for (int h = 0; h < Px / 8; ++h) {
-        BlockF::block(pin[h].v, out.v);
+        detail::storedBlock<BlockF>(pin[h].v, out.v);
         detail::setAlpha<BlockAlpha>(out, pin[h], c);
         Dst::template store<BlockAlpha != Alpha::Keep>(rgb[r], x + 8 * h, out);
       }

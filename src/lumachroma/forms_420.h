@@ -6,6 +6,10 @@
 // same on eight 16-bit lanes (sums reach 1020, so s << 5 fits a signed lane).
 // Luma-only forms write out[0]. Inverse forms work on (Y, Cb, Cr) like those of
 // forms.h. As there, forms that look alike differ on purpose and stay apart.
+//
+// The block()s here leave the last clamp8 to the store: the cell kernels narrow
+// every output lane to a byte with unsigned saturation, which is clamp8 of the
+// lane. pixel() applies it.
 #pragma once
 
 #include <cstdint>
@@ -35,8 +39,8 @@ struct FC2 {
                        splat<V>(8194));
     const V cr = add16(sub16(sub16(mulhrs16s(r, splat<V>(7193)), mulhrs16s(g, splat<V>(6029))), mulhrs16s(b, splat<V>(1163))),
                        splat<V>(8194));
-    out[0] = clamp8(sra16<6>(cb));
-    out[1] = clamp8(sra16<6>(cr));
+    out[0] = sra16<6>(cb);
+    out[1] = sra16<6>(cr);
   }
 #endif
 };
@@ -64,7 +68,7 @@ struct FY5 {
     const V y = addus16u(addus16u(addus16u(mulhi16u(sll16<8>(in[0]), splat<V>(8422)), mulhi16u(sll16<8>(in[1]), splat<V>(16515))),
                                   mulhi16u(sll16<8>(in[2]), splat<V>(3212))),
                          splat<V>(2112));
-    out[0] = clamp8(srl16<7>(y));
+    out[0] = srl16<7>(y);
   }
 #endif
 };
@@ -83,7 +87,7 @@ struct FC5 {
   }
 #if LUM_SIMD_SSE
   template <class V>
-  static V one(V pos, V neg1, V neg2) { return clamp8(sra16<7>(adds16s(sub16(pos, addus16u(neg1, neg2)), splat<V>(16400)))); }
+  static V one(V pos, V neg1, V neg2) { return sra16<7>(adds16s(sub16(pos, addus16u(neg1, neg2)), splat<V>(16400))); }
   template <class V>
   static void block(const V* s, V* out) {
     const V r = sll16<5>(s[0]), g = sll16<5>(s[1]), b = sll16<5>(s[2]);
@@ -109,7 +113,7 @@ struct YuvQ14Luma {
   static void block(const V* in, V* out) {
     const V y = add16(add16(mulhrs16s(sll16<7>(in[0]), splat<V>(4899)), mulhrs16s(sll16<7>(in[1]), splat<V>(9617))),
                       mulhrs16s(sll16<7>(in[2]), splat<V>(1868)));
-    out[0] = clamp8(sra16<6>(y));
+    out[0] = sra16<6>(y);
   }
 #endif
 };
@@ -132,7 +136,7 @@ struct YuvQ14Chroma {
 #if LUM_SIMD_SSE
   template <class V>
   static V one(V d, int k) {
-    return clamp8(add16(sra16<6>(add16(mulhrs16s(sll16<1>(d), splat<V>(k)), splat<V>(32))), splat<V>(128)));
+    return add16(sra16<6>(add16(mulhrs16s(sll16<1>(d), splat<V>(k)), splat<V>(32))), splat<V>(128));
   }
   template <class V>
   static void block(const V* s, V* out) {
@@ -171,8 +175,8 @@ struct FU2Cell {
     const V one = splat<V>(1);
     const V y2 = adds16s(adds16s(adds16s(mulhi16s(s[0], splat<V>(9798)), mulhi16s(s[1], splat<V>(19235))),
                                  mulhi16s(s[2], splat<V>(3736))), one);
-    out[0] = clamp8(adds16s(mulhi16s(sub16(sra16<1>(add16(s[2], one)), y2), splat<V>(16121)), splat<V>(128)));
-    out[1] = clamp8(adds16s(mulhi16s(sub16(sra16<1>(add16(s[0], one)), y2), splat<V>(28737)), splat<V>(128)));
+    out[0] = adds16s(mulhi16s(sub16(sra16<1>(add16(s[2], one)), y2), splat<V>(16121)), splat<V>(128));
+    out[1] = adds16s(mulhi16s(sub16(sra16<1>(add16(s[0], one)), y2), splat<V>(28737)), splat<V>(128));
   }
 #endif
 };
@@ -214,9 +218,9 @@ struct IU2Fine {
   static void block(const V* in, V* out) {
     const V y = sll16<3>(in[0]);
     const V u = sll16<6>(sub16(in[1], splat<V>(128))), v = sll16<6>(sub16(in[2], splat<V>(128)));
-    out[0] = clamp8(sra16<3>(adds16s(y, mulhi16s(v, splat<V>(9338)))));
-    out[1] = clamp8(sra16<3>(adds16s(adds16s(y, mulhi16s(u, splat<V>(-3227))), mulhi16s(v, splat<V>(-4759)))));
-    out[2] = clamp8(sra16<3>(adds16s(y, mulhi16s(u, splat<V>(16645)))));
+    out[0] = sra16<3>(adds16s(y, mulhi16s(v, splat<V>(9338))));
+    out[1] = sra16<3>(adds16s(adds16s(y, mulhi16s(u, splat<V>(-3227))), mulhi16s(v, splat<V>(-4759))));
+    out[2] = sra16<3>(adds16s(y, mulhi16s(u, splat<V>(16645))));
   }
 #endif
 };
