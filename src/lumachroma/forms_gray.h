@@ -103,6 +103,21 @@ alignas(16) inline constexpr int8_t kSplit3[3][3][16] = {
 };
 inline __m128i split3Mask(int k, int j) { return _mm_load_si128(reinterpret_cast<const __m128i*>(kSplit3[k][j])); }
 
+// The same for eight 3-sample 16-bit pixels: lane k of pixel i is 16-bit element
+// 3i + k of the 24 in the three loads.
+alignas(16) inline constexpr int8_t kSplit3w[3][3][16] = {
+    {{0, 1, 6, 7, 12, 13, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z},
+     {Z, Z, Z, Z, Z, Z, 2, 3, 8, 9, 14, 15, Z, Z, Z, Z},
+     {Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 4, 5, 10, 11}},
+    {{2, 3, 8, 9, 14, 15, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z},
+     {Z, Z, Z, Z, Z, Z, 4, 5, 10, 11, Z, Z, Z, Z, Z, Z},
+     {Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 0, 1, 6, 7, 12, 13}},
+    {{4, 5, 10, 11, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z},
+     {Z, Z, Z, Z, 0, 1, 6, 7, 12, 13, Z, Z, Z, Z, Z, Z},
+     {Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 2, 3, 8, 9, 14, 15}},
+};
+inline __m128i split3wMask(int k, int j) { return _mm_load_si128(reinterpret_cast<const __m128i*>(kSplit3w[k][j])); }
+
 // 48 bytes of sixteen 3-byte pixels into the three byte positions, 16 bytes each.
 inline void split3x16(const uint8_t* p, __m128i out[3]) {
   const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
@@ -131,19 +146,9 @@ inline void split3x8w(const uint16_t* p, __m128i out[3]) {
   const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
   const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 8));
   const __m128i c = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16));
-  // Lane k of pixel i is 16-bit element 3i + k of the 24.
-  const __m128i a0 = _mm_setr_epi8(0, 1, 6, 7, 12, 13, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z);
-  const __m128i b0 = _mm_setr_epi8(Z, Z, Z, Z, Z, Z, 2, 3, 8, 9, 14, 15, Z, Z, Z, Z);
-  const __m128i c0 = _mm_setr_epi8(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 4, 5, 10, 11);
-  const __m128i a1 = _mm_setr_epi8(2, 3, 8, 9, 14, 15, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z);
-  const __m128i b1 = _mm_setr_epi8(Z, Z, Z, Z, Z, Z, 4, 5, 10, 11, Z, Z, Z, Z, Z, Z);
-  const __m128i c1 = _mm_setr_epi8(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 0, 1, 6, 7, 12, 13);
-  const __m128i a2 = _mm_setr_epi8(4, 5, 10, 11, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z);
-  const __m128i b2 = _mm_setr_epi8(Z, Z, Z, Z, 0, 1, 6, 7, 12, 13, Z, Z, Z, Z, Z, Z);
-  const __m128i c2 = _mm_setr_epi8(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 2, 3, 8, 9, 14, 15);
-  out[0] = _mm_or_si128(_mm_or_si128(_mm_shuffle_epi8(a, a0), _mm_shuffle_epi8(b, b0)), _mm_shuffle_epi8(c, c0));
-  out[1] = _mm_or_si128(_mm_or_si128(_mm_shuffle_epi8(a, a1), _mm_shuffle_epi8(b, b1)), _mm_shuffle_epi8(c, c1));
-  out[2] = _mm_or_si128(_mm_or_si128(_mm_shuffle_epi8(a, a2), _mm_shuffle_epi8(b, b2)), _mm_shuffle_epi8(c, c2));
+  for (int k = 0; k < 3; ++k)
+    out[k] = _mm_or_si128(_mm_or_si128(_mm_shuffle_epi8(a, split3wMask(k, 0)), _mm_shuffle_epi8(b, split3wMask(k, 1))),
+                          _mm_shuffle_epi8(c, split3wMask(k, 2)));
 }
 
 // 64 bytes of eight 4-sample 16-bit pixels into the first three lanes' vectors.

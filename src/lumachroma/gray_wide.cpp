@@ -34,8 +34,6 @@ inline Y load2(const void* p, std::ptrdiff_t off) {
 }
 inline Y shuf(Y v, __m128i m) { return _mm256_shuffle_epi8(v, both(m)); }
 
-constexpr int8_t Z = -128;
-
 // Sixteen 3-byte pixels per lane (lane 1 at p + 48) into the three byte planes.
 inline void split3x16(const uint8_t* p, Y out[3]) {
   const Y a = load2(p, 48), b = load2(p + 16, 48), c = load2(p + 32, 48);
@@ -62,18 +60,12 @@ inline void split4x16(const uint8_t* p, Y out[3]) {
 // Eight 3-sample 16-bit pixels per lane (lane 1 at p + 48 bytes) into three planes.
 inline void split3x8w(const uint16_t* p, Y out[3]) {
   const Y a = load2(p, 48), b = load2(p + 8, 48), c = load2(p + 16, 48);
-  const __m128i a0 = _mm_setr_epi8(0, 1, 6, 7, 12, 13, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z);
-  const __m128i b0 = _mm_setr_epi8(Z, Z, Z, Z, Z, Z, 2, 3, 8, 9, 14, 15, Z, Z, Z, Z);
-  const __m128i c0 = _mm_setr_epi8(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 4, 5, 10, 11);
-  const __m128i a1 = _mm_setr_epi8(2, 3, 8, 9, 14, 15, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z);
-  const __m128i b1 = _mm_setr_epi8(Z, Z, Z, Z, Z, Z, 4, 5, 10, 11, Z, Z, Z, Z, Z, Z);
-  const __m128i c1 = _mm_setr_epi8(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 0, 1, 6, 7, 12, 13);
-  const __m128i a2 = _mm_setr_epi8(4, 5, 10, 11, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z);
-  const __m128i b2 = _mm_setr_epi8(Z, Z, Z, Z, 0, 1, 6, 7, 12, 13, Z, Z, Z, Z, Z, Z);
-  const __m128i c2 = _mm_setr_epi8(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 2, 3, 8, 9, 14, 15);
-  out[0] = _mm256_or_si256(_mm256_or_si256(shuf(a, a0), shuf(b, b0)), shuf(c, c0));
-  out[1] = _mm256_or_si256(_mm256_or_si256(shuf(a, a1), shuf(b, b1)), shuf(c, c1));
-  out[2] = _mm256_or_si256(_mm256_or_si256(shuf(a, a2), shuf(b, b2)), shuf(c, c2));
+  for (int k = 0; k < 3; ++k) {
+    const __m128i m0 = _mm_load_si128(reinterpret_cast<const __m128i*>(detail::kSplit3w[k][0]));
+    const __m128i m1 = _mm_load_si128(reinterpret_cast<const __m128i*>(detail::kSplit3w[k][1]));
+    const __m128i m2 = _mm_load_si128(reinterpret_cast<const __m128i*>(detail::kSplit3w[k][2]));
+    out[k] = _mm256_or_si256(_mm256_or_si256(shuf(a, m0), shuf(b, m1)), shuf(c, m2));
+  }
 }
 
 // Eight 4-sample 16-bit pixels per lane (lane 1 at p + 64 bytes) into three planes.
