@@ -101,7 +101,6 @@ alignas(16) inline constexpr int8_t kSplit3[3][3][16] = {
      {Z, Z, Z, Z, Z, 1, 4, 7, 10, 13, Z, Z, Z, Z, Z, Z},
      {Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 0, 3, 6, 9, 12, 15}},
 };
-inline __m128i split3Mask(int k, int j) { return _mm_load_si128(reinterpret_cast<const __m128i*>(kSplit3[k][j])); }
 
 // The same for eight 3-sample 16-bit pixels: lane k of pixel i is 16-bit element
 // 3i + k of the 24 in the three loads.
@@ -116,24 +115,26 @@ alignas(16) inline constexpr int8_t kSplit3w[3][3][16] = {
      {Z, Z, Z, Z, 0, 1, 6, 7, 12, 13, Z, Z, Z, Z, Z, Z},
      {Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 2, 3, 8, 9, 14, 15}},
 };
-inline __m128i split3wMask(int k, int j) { return _mm_load_si128(reinterpret_cast<const __m128i*>(kSplit3w[k][j])); }
 
-// 48 bytes of sixteen 3-byte pixels into the three byte positions, 16 bytes each.
-inline void split3x16(const uint8_t* p, __m128i out[3]) {
+// 48 bytes of three-channel pixels into three vectors, channel by channel, with
+// the shuffle masks of table t (one per channel and load).
+inline void gather3(const uint8_t* p, const int8_t (&t)[3][3][16], __m128i out[3]) {
   const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
   const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16));
   const __m128i c = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 32));
-  for (int k = 0; k < 3; ++k)
-    out[k] = _mm_or_si128(_mm_or_si128(_mm_shuffle_epi8(a, split3Mask(k, 0)), _mm_shuffle_epi8(b, split3Mask(k, 1))),
-                          _mm_shuffle_epi8(c, split3Mask(k, 2)));
+  for (int k = 0; k < 3; ++k) {
+    const __m128i m0 = _mm_load_si128(reinterpret_cast<const __m128i*>(t[k][0]));
+    const __m128i m1 = _mm_load_si128(reinterpret_cast<const __m128i*>(t[k][1]));
+    const __m128i m2 = _mm_load_si128(reinterpret_cast<const __m128i*>(t[k][2]));
+    out[k] = _mm_or_si128(_mm_or_si128(_mm_shuffle_epi8(a, m0), _mm_shuffle_epi8(b, m1)), _mm_shuffle_epi8(c, m2));
+  }
 }
 
-// 64 bytes of sixteen 4-byte pixels into the first three byte positions.
-inline void split4x16(const uint8_t* p, __m128i out[3]) {
-  const __m128i m = _mm_setr_epi8(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15);
+// 64 bytes of four-channel pixels into the first three channels' vectors: mask m
+// groups each load's samples by channel, then 32- and 64-bit unpacks transpose.
+inline void gather4(const uint8_t* p, __m128i m, __m128i out[3]) {
   __m128i v[4];
-  for (int i = 0; i < 4; ++i)
-    v[i] = _mm_shuffle_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16 * i)), m);
+  for (int i = 0; i < 4; ++i) v[i] = _mm_shuffle_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16 * i)), m);
   const __m128i lo01 = _mm_unpacklo_epi32(v[0], v[1]), lo23 = _mm_unpacklo_epi32(v[2], v[3]);
   const __m128i hi01 = _mm_unpackhi_epi32(v[0], v[1]), hi23 = _mm_unpackhi_epi32(v[2], v[3]);
   out[0] = _mm_unpacklo_epi64(lo01, lo23);
@@ -141,27 +142,18 @@ inline void split4x16(const uint8_t* p, __m128i out[3]) {
   out[2] = _mm_unpacklo_epi64(hi01, hi23);
 }
 
-// 48 bytes of eight 3-sample 16-bit pixels into three vectors of eight lanes.
+// Groups a load's 8-bit samples (four pixels) or 16-bit samples (two pixels) by channel.
+inline __m128i byChannel8() { return _mm_setr_epi8(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15); }
+inline __m128i byChannel16() { return _mm_setr_epi8(0, 1, 8, 9, 2, 3, 10, 11, 4, 5, 12, 13, 6, 7, 14, 15); }
+
+// Sixteen 3- or 4-byte pixels, or eight 3- or 4-sample 16-bit pixels, into three vectors.
+inline void split3x16(const uint8_t* p, __m128i out[3]) { gather3(p, kSplit3, out); }
+inline void split4x16(const uint8_t* p, __m128i out[3]) { gather4(p, byChannel8(), out); }
 inline void split3x8w(const uint16_t* p, __m128i out[3]) {
-  const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-  const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 8));
-  const __m128i c = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16));
-  for (int k = 0; k < 3; ++k)
-    out[k] = _mm_or_si128(_mm_or_si128(_mm_shuffle_epi8(a, split3wMask(k, 0)), _mm_shuffle_epi8(b, split3wMask(k, 1))),
-                          _mm_shuffle_epi8(c, split3wMask(k, 2)));
+  gather3(reinterpret_cast<const uint8_t*>(p), kSplit3w, out);
 }
-
-// 64 bytes of eight 4-sample 16-bit pixels into the first three lanes' vectors.
 inline void split4x8w(const uint16_t* p, __m128i out[3]) {
-  const __m128i m = _mm_setr_epi8(0, 1, 8, 9, 2, 3, 10, 11, 4, 5, 12, 13, 6, 7, 14, 15);
-  __m128i v[4];  // each: c0 c0 c1 c1 c2 c2 c3 c3 of two pixels
-  for (int i = 0; i < 4; ++i)
-    v[i] = _mm_shuffle_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 8 * i)), m);
-  const __m128i lo01 = _mm_unpacklo_epi32(v[0], v[1]), lo23 = _mm_unpacklo_epi32(v[2], v[3]);
-  const __m128i hi01 = _mm_unpackhi_epi32(v[0], v[1]), hi23 = _mm_unpackhi_epi32(v[2], v[3]);
-  out[0] = _mm_unpacklo_epi64(lo01, lo23);
-  out[1] = _mm_unpackhi_epi64(lo01, lo23);
-  out[2] = _mm_unpacklo_epi64(hi01, hi23);
+  gather4(reinterpret_cast<const uint8_t*>(p), byChannel16(), out);
 }
 
 // Four 3- or 4-channel float pixels into three vectors of four lanes.

@@ -34,20 +34,21 @@ inline Y load2(const void* p, std::ptrdiff_t off) {
 }
 inline Y shuf(Y v, __m128i m) { return _mm256_shuffle_epi8(v, both(m)); }
 
-// Sixteen 3-byte pixels per lane (lane 1 at p + 48) into the three byte planes.
-inline void split3x16(const uint8_t* p, Y out[3]) {
+// Two 48-byte groups of three-channel pixels (lane 1 at p + 48) into three
+// vectors, with the 128-bit split's mask table.
+inline void gather3(const uint8_t* p, const int8_t (&t)[3][3][16], Y out[3]) {
   const Y a = load2(p, 48), b = load2(p + 16, 48), c = load2(p + 32, 48);
   for (int k = 0; k < 3; ++k) {
-    const __m128i m0 = _mm_load_si128(reinterpret_cast<const __m128i*>(detail::kSplit3[k][0]));
-    const __m128i m1 = _mm_load_si128(reinterpret_cast<const __m128i*>(detail::kSplit3[k][1]));
-    const __m128i m2 = _mm_load_si128(reinterpret_cast<const __m128i*>(detail::kSplit3[k][2]));
+    const __m128i m0 = _mm_load_si128(reinterpret_cast<const __m128i*>(t[k][0]));
+    const __m128i m1 = _mm_load_si128(reinterpret_cast<const __m128i*>(t[k][1]));
+    const __m128i m2 = _mm_load_si128(reinterpret_cast<const __m128i*>(t[k][2]));
     out[k] = _mm256_or_si256(_mm256_or_si256(shuf(a, m0), shuf(b, m1)), shuf(c, m2));
   }
 }
 
-// Sixteen 4-byte pixels per lane (lane 1 at p + 64) into the first three byte planes.
-inline void split4x16(const uint8_t* p, Y out[3]) {
-  const __m128i m = _mm_setr_epi8(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15);
+// Two 64-byte groups of four-channel pixels (lane 1 at p + 64) into the first
+// three channels' vectors, as the 128-bit gather4.
+inline void gather4(const uint8_t* p, __m128i m, Y out[3]) {
   Y v[4];
   for (int i = 0; i < 4; ++i) v[i] = shuf(load2(p + 16 * i, 64), m);
   const Y lo01 = _mm256_unpacklo_epi32(v[0], v[1]), lo23 = _mm256_unpacklo_epi32(v[2], v[3]);
@@ -57,27 +58,13 @@ inline void split4x16(const uint8_t* p, Y out[3]) {
   out[2] = _mm256_unpacklo_epi64(hi01, hi23);
 }
 
-// Eight 3-sample 16-bit pixels per lane (lane 1 at p + 48 bytes) into three planes.
+inline void split3x16(const uint8_t* p, Y out[3]) { gather3(p, detail::kSplit3, out); }
+inline void split4x16(const uint8_t* p, Y out[3]) { gather4(p, detail::byChannel8(), out); }
 inline void split3x8w(const uint16_t* p, Y out[3]) {
-  const Y a = load2(p, 48), b = load2(p + 8, 48), c = load2(p + 16, 48);
-  for (int k = 0; k < 3; ++k) {
-    const __m128i m0 = _mm_load_si128(reinterpret_cast<const __m128i*>(detail::kSplit3w[k][0]));
-    const __m128i m1 = _mm_load_si128(reinterpret_cast<const __m128i*>(detail::kSplit3w[k][1]));
-    const __m128i m2 = _mm_load_si128(reinterpret_cast<const __m128i*>(detail::kSplit3w[k][2]));
-    out[k] = _mm256_or_si256(_mm256_or_si256(shuf(a, m0), shuf(b, m1)), shuf(c, m2));
-  }
+  gather3(reinterpret_cast<const uint8_t*>(p), detail::kSplit3w, out);
 }
-
-// Eight 4-sample 16-bit pixels per lane (lane 1 at p + 64 bytes) into three planes.
 inline void split4x8w(const uint16_t* p, Y out[3]) {
-  const __m128i m = _mm_setr_epi8(0, 1, 8, 9, 2, 3, 10, 11, 4, 5, 12, 13, 6, 7, 14, 15);
-  Y v[4];
-  for (int i = 0; i < 4; ++i) v[i] = shuf(load2(p + 8 * i, 64), m);
-  const Y lo01 = _mm256_unpacklo_epi32(v[0], v[1]), lo23 = _mm256_unpacklo_epi32(v[2], v[3]);
-  const Y hi01 = _mm256_unpackhi_epi32(v[0], v[1]), hi23 = _mm256_unpackhi_epi32(v[2], v[3]);
-  out[0] = _mm256_unpacklo_epi64(lo01, lo23);
-  out[1] = _mm256_unpackhi_epi64(lo01, lo23);
-  out[2] = _mm256_unpacklo_epi64(hi01, hi23);
+  gather4(reinterpret_cast<const uint8_t*>(p), detail::byChannel16(), out);
 }
 
 // Four 3- or 4-channel float pixels per lane (lane 1 at p + 4N floats).
