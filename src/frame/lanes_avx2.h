@@ -1,7 +1,8 @@
-// The sixteen-lane set (AVX2) of the lane vocabulary in lanes.h. Include it only
-// from the *_avx2.cpp files, which the build compiles for AVX2 and the library
-// enters only after asking the processor. It lives in an unnamed namespace so
-// that everything instantiated with it stays inside those files and no AVX2
+// The 256-bit set (AVX2) of the lane vocabulary in lanes.h: the same
+// operations as Sse, on two 128-bit halves at once. Include it only from the
+// *_avx2.cpp files, which the build compiles for AVX2 and the library enters
+// only after asking the processor (useWide()). It lives in an unnamed namespace
+// so that everything instantiated with it stays inside those files and no AVX2
 // code can stand in for a function that the baseline files share.
 #pragma once
 
@@ -13,47 +14,90 @@ namespace {
 
 struct Avx2 {
   using V = __m256i;
+  using F = __m256;
+  using D = __m256d;
   static constexpr int kLanes = 16;
 
-  // 16-bit lanes
+  // ---- memory
+  static V load(const void* p) { return _mm256_loadu_si256(static_cast<const V*>(p)); }
+  static V loadA(const void* p) { return _mm256_load_si256(static_cast<const V*>(p)); }
+  static void store(void* p, V v) { _mm256_storeu_si256(static_cast<V*>(p), v); }
+  static void storeA(void* p, V v) { _mm256_store_si256(static_cast<V*>(p), v); }
+  static void stream(void* p, V v) { _mm256_stream_si256(static_cast<V*>(p), v); }
+  static void fence() { _mm_sfence(); }
+  static V splat8(int v) { return _mm256_set1_epi8(char(v)); }
+
+  // ---- 16-bit lanes
   static V set(int v) { return _mm256_set1_epi16(int16_t(v)); }
   static V zero() { return _mm256_setzero_si256(); }
   static V mulhi16u(V a, V b) { return _mm256_mulhi_epu16(a, b); }
   static V mulhi16s(V a, V b) { return _mm256_mulhi_epi16(a, b); }
   static V mulhrs16s(V a, V b) { return _mm256_mulhrs_epi16(a, b); }
+  static V mullo16(V a, V b) { return _mm256_mullo_epi16(a, b); }
   static V adds16s(V a, V b) { return _mm256_adds_epi16(a, b); }
   static V subs16s(V a, V b) { return _mm256_subs_epi16(a, b); }
   static V addus16u(V a, V b) { return _mm256_adds_epu16(a, b); }
+  static V subus16u(V a, V b) { return _mm256_subs_epu16(a, b); }
   static V add16(V a, V b) { return _mm256_add_epi16(a, b); }
   static V sub16(V a, V b) { return _mm256_sub_epi16(a, b); }
-  static V and_(V a, V b) { return _mm256_and_si256(a, b); }
-  static V mullo16(V a, V b) { return _mm256_mullo_epi16(a, b); }
+  static V min16(V a, V b) { return _mm256_min_epi16(a, b); }
+  static V max16(V a, V b) { return _mm256_max_epi16(a, b); }
+  static V avg16(V a, V b) { return _mm256_avg_epu16(a, b); }
   static V sll(V a, int n) { return _mm256_slli_epi16(a, n); }
   static V srl(V a, int n) { return _mm256_srli_epi16(a, n); }
   static V sra(V a, int n) { return _mm256_srai_epi16(a, n); }
-  static V min16(V a, V b) { return _mm256_min_epi16(a, b); }
-  static V max16(V a, V b) { return _mm256_max_epi16(a, b); }
   static V clamp8(V a) { return _mm256_min_epi16(_mm256_max_epi16(a, _mm256_setzero_si256()), set(255)); }
+  static V and_(V a, V b) { return _mm256_and_si256(a, b); }
+  static V or_(V a, V b) { return _mm256_or_si256(a, b); }
+  static V xor_(V a, V b) { return _mm256_xor_si256(a, b); }
+  static V andnot(V a, V b) { return _mm256_andnot_si256(a, b); }
 
-  // 32-bit lanes
+  // ---- 32-bit lanes
   static V set32(int v) { return _mm256_set1_epi32(v); }
-  static V mul32(V a, int c) { return _mm256_mullo_epi32(a, _mm256_set1_epi32(c)); }
   static V add32(V a, V b) { return _mm256_add_epi32(a, b); }
   static V sub32(V a, V b) { return _mm256_sub_epi32(a, b); }
+  static V mullo32(V a, V b) { return _mm256_mullo_epi32(a, b); }
+  static V mul32(V a, int c) { return _mm256_mullo_epi32(a, _mm256_set1_epi32(c)); }
+  static V min32(V a, V b) { return _mm256_min_epi32(a, b); }
+  static V max32(V a, V b) { return _mm256_max_epi32(a, b); }
   static V sll32(V a, int n) { return _mm256_slli_epi32(a, n); }
+  static V srl32(V a, int n) { return _mm256_srli_epi32(a, n); }
   static V sra32(V a, int n) { return _mm256_srai_epi32(a, n); }
   static void widen(V a, V& lo, V& hi) {
     lo = _mm256_srai_epi32(_mm256_unpacklo_epi16(a, a), 16);
     hi = _mm256_srai_epi32(_mm256_unpackhi_epi16(a, a), 16);
   }
   static V narrow(V lo, V hi) { return _mm256_packs_epi32(lo, hi); }
-  // a * ca + b * cb of 16-bit lanes (ca, cb within -32768..32767) as exact
-  // 32-bit sums, split into halves as widen() splits.
   static void madd(V a, V b, int ca, int cb, V& lo, V& hi) {
     const V k = _mm256_set1_epi32(int(uint32_t(uint16_t(ca)) | (uint32_t(uint16_t(cb)) << 16)));
     lo = _mm256_madd_epi16(_mm256_unpacklo_epi16(a, b), k);
     hi = _mm256_madd_epi16(_mm256_unpackhi_epi16(a, b), k);
   }
+
+  // ---- single-precision lanes
+  static F setf(float v) { return _mm256_set1_ps(v); }
+  static F zerof() { return _mm256_setzero_ps(); }
+  static F loadf(const float* p) { return _mm256_loadu_ps(p); }
+  static void storef(float* p, F v) { _mm256_storeu_ps(p, v); }
+  static F addf(F a, F b) { return _mm256_add_ps(a, b); }
+  static F subf(F a, F b) { return _mm256_sub_ps(a, b); }
+  static F mulf(F a, F b) { return _mm256_mul_ps(a, b); }
+  static F divf(F a, F b) { return _mm256_div_ps(a, b); }
+  static F minf(F a, F b) { return _mm256_min_ps(a, b); }
+  static F maxf(F a, F b) { return _mm256_max_ps(a, b); }
+  static F cvtif(V a) { return _mm256_cvtepi32_ps(a); }
+  static V cvtfi(F a) { return _mm256_cvtps_epi32(a); }
+  static V cvttfi(F a) { return _mm256_cvttps_epi32(a); }
+
+  // ---- double-precision lanes
+  static D setd(double v) { return _mm256_set1_pd(v); }
+  static D zerod() { return _mm256_setzero_pd(); }
+  static D loadd(const double* p) { return _mm256_loadu_pd(p); }
+  static void stored(double* p, D v) { _mm256_storeu_pd(p, v); }
+  static D addd(D a, D b) { return _mm256_add_pd(a, b); }
+  static D subd(D a, D b) { return _mm256_sub_pd(a, b); }
+  static D muld(D a, D b) { return _mm256_mul_pd(a, b); }
+  static D divd(D a, D b) { return _mm256_div_pd(a, b); }
 };
 
 }  // namespace
