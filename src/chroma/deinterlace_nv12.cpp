@@ -9,7 +9,7 @@
 #include "chroma/filter_rows.h"
 #include "frame/check.h"
 #include "frame/fixed_point.h"
-#include "lumachroma/chop.h"
+#include "frame/chop.h"
 
 using namespace lum;
 using namespace lum::vrow;

@@ -8,7 +8,7 @@
 #include "frame/check.h"
 #include "frame/fixed_point.h"
 #include "frame/kernel.h"
-#include "lumachroma/chop.h"
+#include "frame/chop.h"
 
 using namespace lum;
 using namespace lum::fx;

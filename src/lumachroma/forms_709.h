@@ -17,7 +17,7 @@
 
 #include "frame/fixed_point.h"
 #include "frame/lanes.h"
-#include "lumachroma/chop.h"
+#include "frame/chop.h"
 
 namespace lum::form {
 
