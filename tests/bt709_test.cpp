@@ -202,10 +202,10 @@ TEST(Bt709, WideBlocksMatchEightLaneBlocks) {
       wide.fillDestination(0x33);
       narrow.fillDestination(0x33);
       ASSERT_EQ(c.fc.call(wide.buffers(), roi), expectedStatus(c.fc, roi));
-      lum::bt709::wide::setEnabled(false);
-      const LumStatus s = c.fc.call(narrow.buffers(), roi);
-      lum::bt709::wide::setEnabled(true);
-      ASSERT_EQ(s, expectedStatus(c.fc, roi));
+      {
+        lum::NarrowScope eightLanes;
+        ASSERT_EQ(c.fc.call(narrow.buffers(), roi), expectedStatus(c.fc, roi));
+      }
       ASSERT_EQ(wide.destinationBytes(), narrow.destinationBytes()) << "width " << w;
       ASSERT_TRUE(wide.canariesIntact() && narrow.canariesIntact()) << "width " << w;
     }

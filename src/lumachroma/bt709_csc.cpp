@@ -46,7 +46,7 @@ LumStatus lumiYCbCrToBGR_709CSC_8u_P3C3R(const Lum8u* const pSrc[3], int srcStep
                                          LumSize roi) {
   if (check::anyNull(pSrc, pDst) || check::anyPlaneNull(pSrc, 3)) return lumStatusNullPointer;
   if (check::badSize(roi)) return lumStatusBadSize;
-  InverseRow<1, I7Neg, NoBlock, L::P3, L::BGR>::image(roi, planar(pSrc, 3, srcStep), packed(pDst, dstStep));
+  WideBlockThenTail<1, I7Neg, NoBlock, L::P3, L::BGR>::image(roi, planar(pSrc, 3, srcStep), packed(pDst, dstStep));
   return lumStatusOk;
 }
 
@@ -55,8 +55,8 @@ LumStatus lumiYCbCrToBGR_709CSC_8u_P3C4R(const Lum8u* const pSrc[3], int srcStep
                                          LumSize roi, Lum8u aval) {
   if (check::anyNull(pSrc, pDst) || check::anyPlaneNull(pSrc, 3)) return lumStatusNullPointer;
   if (check::badSize(roi)) return lumStatusBadSize;
-  InverseRow<1, I7Pos, NoBlock, L::P3, L::BGRA, Alpha::Aval>::image(roi, planar(pSrc, 3, srcStep),
-                                                                       packed(pDst, dstStep), RowCtx{aval});
+  WideBlockThenTail<1, I7Pos, NoBlock, L::P3, L::BGRA, Alpha::Aval>::image(roi, planar(pSrc, 3, srcStep),
+                                                                              packed(pDst, dstStep), RowCtx{aval});
   return lumStatusOk;
 }
 
@@ -68,7 +68,7 @@ LumStatus lumiYCbCr420ToBGR_709CSC_8u_P3C3R(const Lum8u* const pSrc[3], const in
   if (check::anyNull(pSrc, srcStep, pDst)) return lumStatusNullPointer;
   if (check::badSize(roi)) return lumStatusBadSize;
   if (check::anyPlaneNull(pSrc, 3)) return lumStatusNullPointer;
-  cells420ToPacked<InverseRow<8, I7Neg, S7, HalfChromaP3, L::BGR>>(roi, pSrc, srcStep, pDst, dstStep, RowCtx{});
+  cells420ToPacked<I7Neg, S7, L::BGR, Alpha::Keep>(roi, pSrc, srcStep, pDst, dstStep, RowCtx{});
   return oddSizeStatus(roi);
 }
 

@@ -15,8 +15,7 @@ namespace {
 // green), the pairs after them by SH, the lone last pixel by SH.
 template <class Dst, Alpha A, bool Al>
 void cbycrToPacked(LumSize roi, const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, const RowCtx& c) {
-  pairs422ToPacked<InverseRow<8, IHNeg, SH, CbYCrC2<Al>, Dst, A>, SH, Dst, A>(roi, pSrc, srcStep, pDst, dstStep,
-                                                                                 c);
+  pairs422ToPacked<IHNeg, SH, Al, Dst, A>(roi, pSrc, srcStep, pDst, dstStep, c);
 }
 
 // BGRA to CbYCr422: 8 a step over width & ~7 by FYH + FCS, the pairs after
@@ -71,8 +70,7 @@ LumStatus lumiYCbCr420ToBGR_709HDTV_8u_P3C4R(const Lum8u* const pSrc[3], const i
   if (check::anyNull(pSrc, srcStep, pDst)) return lumStatusNullPointer;
   if (check::badSize(roi)) return lumStatusBadSize;
   if (check::anyPlaneNull(pSrc, 3)) return lumStatusNullPointer;
-  cells420ToPacked<InverseRow<8, IHPos, SH, HalfChromaP3, L::BGRA, Alpha::Aval>>(roi, pSrc, srcStep, pDst, dstStep,
-                                                                                     RowCtx{aval});
+  cells420ToPacked<IHPos, SH, L::BGRA, Alpha::Aval>(roi, pSrc, srcStep, pDst, dstStep, RowCtx{aval});
   return oddSizeStatus(roi);
 }
 

@@ -42,15 +42,9 @@ inline LumStatus oddSizeStatus(LumSize roi) { return ((roi.width | roi.height) &
 // ---------------------------------------------------------------------------
 // They compute the lanes of the same forms as the eight-lane blocks and the
 // scalar twins; a row kernel hands them the first whole groups of its block
-// part and goes on from the pixel they return. They run only when the processor
-// has AVX2 (asked once) and vector blocks are on.
+// part and goes on from the pixel they return. They run only where useWide()
+// holds, asked once per call.
 namespace wide {
-// True when the wide blocks may run in this call.
-bool enabled() noexcept;
-// Tests: turns the wide blocks off (or back on) in this thread, leaving the
-// eight-lane blocks on, so that each lane width can be compared with the others.
-void setEnabled(bool on) noexcept;
-
 #if LUM_SIMD_SSE
 // Inverse block Form over pixels [0, n) of a row, groups of 16; returns the
 // pixels done. Alpha A of a four-byte destination is aval.
@@ -70,6 +64,12 @@ template <class Block, class Src, bool Al>
 int pairs(const SrcPlanes& s, uint8_t* d, int n);
 #endif
 }  // namespace wide
+
+// How far the vector code of one call goes, asked once per call.
+struct Reach {
+  bool vector = useVector();
+  bool wide = useWide();
+};
 
 // ---------------------------------------------------------------------------
 // Sources of the inverse conversions
@@ -148,71 +148,54 @@ struct BGRAAligned : layout::BGRA {
 // Inverse drivers
 // ---------------------------------------------------------------------------
 
-// Row kernel of the inverse conversions: the block form over width & ~(Cover-1)
-// pixels (wide groups of 16, then groups of 8, then its scalar twin), the tail
-// form over the rest, as BlockThenTail.
-template <int Cover, class BlockForm, class TailForm, class Src, class Dst, Alpha A = Alpha::Keep>
-struct InverseRow {
-  using Block = BlockForm;
-  using DstLayout = Dst;
-  static constexpr Alpha kAlpha = A;
-  static int blockEnd(int width) { return std::is_same_v<TailForm, NoBlock> ? width : width & ~(Cover - 1); }
-  // The row from pixel x on (x a multiple of 8 inside the block part).
-  static void rest(const SrcPlanes& s, const DstPlanes& d, int x, int width, const RowCtx& c) {
-    const int end = blockEnd(width);
-    runBlocks<BlockForm, Src, Dst, A>(s, d, x, end, c);
-    if constexpr (!std::is_same_v<TailForm, NoBlock>) runPixels<TailForm, Src, Dst, A>(s, d, end, width, c);
-  }
-  static void row(const SrcPlanes& s, const DstPlanes& d, int width, const RowCtx& c) {
-    int x = 0;
-#if LUM_SIMD_SSE
-    if (wide::enabled()) x = wide::inverse<BlockForm, Src, Dst, A>(s, d, blockEnd(width), c.aval);
-#endif
-    rest(s, d, x, width, c);
-  }
-  static void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, const RowCtx& c = {}) {
-    for (int y = 0; y < roi.height; ++y) row(s.row(y), d.row(y), roi.width, c);
-  }
-};
-
 // 4:2:0 planes to a packed image, two rows at once: each luma row with the
 // chroma row of its cell, over the even part of the region (width >> 1 by
-// height >> 1 cells). Kernel is an InverseRow over HalfChromaP3.
-template <class Kernel>
+// height >> 1 cells). Each row is the BlockThenTail of Form over width & ~7
+// pixels and Tail over the rest; the wide groups that start both rows make the
+// chroma products once for the pair.
+template <class Form, class Tail, class Dst, Alpha A>
 inline void cells420ToPacked(LumSize roi, const uint8_t* const src[3], const int srcStep[3], uint8_t* dst, int dstStep,
                              const RowCtx& c) {
+  using Kernel = BlockThenTail<8, Form, Tail, HalfChromaP3, Dst, A>;
+  const Reach r;
   const int w = roi.width & ~1, h = roi.height & ~1;
   for (int y = 0; y < h; y += 2) {
     SrcPlanes s[2];
     DstPlanes d[2];
-    for (int r = 0; r < 2; ++r) {
-      s[r].p[0] = rowAt(src[0], y + r, srcStep[0]);
-      s[r].p[1] = rowAt(src[1], y >> 1, srcStep[1]);
-      s[r].p[2] = rowAt(src[2], y >> 1, srcStep[2]);
-      d[r] = packed(rowAt(dst, y + r, dstStep), dstStep);
+    for (int k = 0; k < 2; ++k) {
+      s[k].p[0] = rowAt(src[0], y + k, srcStep[0]);
+      s[k].p[1] = rowAt(src[1], y >> 1, srcStep[1]);
+      s[k].p[2] = rowAt(src[2], y >> 1, srcStep[2]);
+      d[k] = packed(rowAt(dst, y + k, dstStep), dstStep);
     }
     int x = 0;
 #if LUM_SIMD_SSE
-    if (wide::enabled())
-      x = wide::inverseCells<typename Kernel::Block, typename Kernel::DstLayout, Kernel::kAlpha>(
-          s[0], s[1], d[0], d[1], Kernel::blockEnd(w), c.aval);
+    if (r.wide) x = wide::inverseCells<Form, Dst, A>(s[0], s[1], d[0], d[1], Kernel::leadEnd(w), c.aval);
 #endif
-    Kernel::rest(s[0], d[0], x, w, c);
-    Kernel::rest(s[1], d[1], x, w, c);
+    Kernel::rowFrom(s[0], d[0], x, w, c);
+    Kernel::rowFrom(s[1], d[1], x, w, c);
   }
 }
 
-// Packed CbYCr422 to a packed image. Pairs go through Kernel (a BlockThenTail
-// over CbYCrC2); the lone last pixel of an odd row takes Cb and Y from its half
-// pair and Cr from the pair to its left (two bytes before its Cb), or its own Cb
-// when the row is one pixel wide, and is converted by LoneForm.
-template <class Kernel, class LoneForm, class Dst, Alpha A>
+// Packed CbYCr422 to a packed image. Pairs are the BlockThenTail of Form over
+// width & ~7 pixels and Tail over the rest; the lone last pixel of an odd row
+// takes Cb and Y from its half pair and Cr from the pair to its left (two bytes
+// before its Cb), or its own Cb when the row is one pixel wide, and is
+// converted by Tail.
+template <class Form, class Tail, bool Al, class Dst, Alpha A>
 inline void pairs422ToPacked(LumSize roi, const uint8_t* src, int srcStep, uint8_t* dst, int dstStep, const RowCtx& c) {
+  using Src = CbYCrC2<Al>;
+  using Kernel = BlockThenTail<8, Form, Tail, Src, Dst, A>;
+  const Reach r;
   const int w = roi.width;
   for (int y = 0; y < roi.height; ++y) {
     const SrcPlanes s = packed(rowAt(src, y, srcStep), srcStep);
     const DstPlanes d = packed(rowAt(dst, y, dstStep), dstStep);
-    Kernel::row(s, d, w & ~1, c);
+    int x = 0;
+#if LUM_SIMD_SSE
+    if (r.wide) x = wide::inverse<Form, Src, Dst, A>(s, d, Kernel::leadEnd(w & ~1), c.aval);
+#endif
+    Kernel::rowFrom(s, d, x, w & ~1, c);
     if (w & 1) {
       const uint8_t* half = s.p[0] + 2 * (w - 1);
       Px in, out;
@@ -220,7 +203,7 @@ inline void pairs422ToPacked(LumSize roi, const uint8_t* src, int srcStep, uint8
       in.v[1] = half[0];
       in.v[2] = w > 1 ? half[-2] : half[0];
       in.v[3] = 0;
-      LoneForm::pixel(in.v, out.v);
+      Tail::pixel(in.v, out.v);
       lum::detail::setAlpha<A>(out, in, c);
       Dst::template store<A != Alpha::Keep>(d, w - 1, out);
     }
@@ -281,6 +264,111 @@ struct InterleavedCbCr {
 #endif
 };
 
+#if LUM_SIMD_SSE
+// ---------------------------------------------------------------------------
+// Vector groups, written once over a lane set O and its layout adaptors Io
+// (Io128 below, Io256 in bt709_layouts_avx2.h). Each runs its form over
+// pixels [x, n) in whole groups and returns the first pixel left.
+// ---------------------------------------------------------------------------
+
+// Forward cells of a row pair, 2 * O::kLanes pixels of each row a group: the
+// chroma of a cell from the sums of its four pixels.
+template <class O, class Io, class Block, class Src, class Sink>
+inline int cellGroups(const SrcPlanes& s0, const SrcPlanes& s1, uint8_t* y0, uint8_t* y1, const DstPlanes& c, int x,
+                      int n) {
+  using V = typename O::V;
+  for (; x + 2 * O::kLanes <= n; x += 2 * O::kLanes) {
+    V a0[3], a1[3], b0[3], b1[3];
+    Io::template load<Src>(s0, x, a0);
+    Io::template load<Src>(s0, x + O::kLanes, a1);
+    Io::template load<Src>(s1, x, b0);
+    Io::template load<Src>(s1, x + O::kLanes, b1);
+    Io::luma(y0 + x, Block::template vy<O>(a0), Block::template vy<O>(a1));
+    Io::luma(y1 + x, Block::template vy<O>(b0), Block::template vy<O>(b1));
+    V sum[3], cc[2];
+    for (int k = 0; k < 3; ++k) sum[k] = Io::pairSums(O::add16(a0[k], b0[k]), O::add16(a1[k], b1[k]));
+    Block::template vchroma<O>(sum, cc);
+    Io::template chroma<Sink>(c, x >> 1, cc);
+  }
+  return x;
+}
+
+// Forward 4:2:2 pairs of a row, 2 * O::kLanes pixels a group.
+template <class O, class Io, class Block, class Src, bool Al>
+inline int pairGroups(const SrcPlanes& s, uint8_t* d, int x, int n) {
+  using V = typename O::V;
+  for (; x + 2 * O::kLanes <= n; x += 2 * O::kLanes) {
+    V a[3], b[3];
+    Io::template load<Src>(s, x, a);
+    Io::template load<Src>(s, x + O::kLanes, b);
+    V sum[3], cc[2];
+    for (int k = 0; k < 3; ++k) sum[k] = Io::pairSums(a[k], b[k]);
+    Block::template vchroma<O>(sum, cc);
+    Io::template pairsOut<Al>(d + 2 * x, cc, Block::template vy<O>(a), Block::template vy<O>(b));
+  }
+  return x;
+}
+
+// Inverse block Form over a row, O::kLanes pixels a group.
+template <class O, class Io, class Form, class Src, class Dst, Alpha A>
+inline int inverseGroups(const SrcPlanes& s, const DstPlanes& d, int x, int n, int aval) {
+  using V = typename O::V;
+  for (; x + O::kLanes <= n; x += O::kLanes) {
+    V in[3], out[3];
+    Io::template load<Src>(s, x, in);
+    Form::template vblock<O>(in, out);
+    Io::template store<Dst, A>(d, x, out, aval);
+  }
+  return x;
+}
+
+// Inverse block Form over a row pair of 4:2:0 planes that share their chroma
+// rows, O::kLanes pixels of each row a group: the chroma products once for both.
+template <class O, class Io, class Form, class Dst, Alpha A>
+inline int inverseCellGroups(const SrcPlanes& s0, const SrcPlanes& s1, const DstPlanes& d0, const DstPlanes& d1,
+                             int x, int n, int aval) {
+  using V = typename O::V;
+  for (; x + O::kLanes <= n; x += O::kLanes) {
+    V t[4], out[3];
+    Form::template vterms<O>(Io::chromaTwice(s0.p[1] + (x >> 1)), Io::chromaTwice(s0.p[2] + (x >> 1)), t);
+    Form::template vfinish<O>(Io::bytes(s0.p[0] + x), t, out);
+    Io::template store<Dst, A>(d0, x, out, aval);
+    Form::template vfinish<O>(Io::bytes(s1.p[0] + x), t, out);
+    Io::template store<Dst, A>(d1, x, out, aval);
+  }
+  return x;
+}
+
+// Layout adaptors of the eight-lane groups: the layouts' own loads, and the
+// stores that narrow lanes to bytes with unsigned saturation (clamp8).
+struct Io128 {
+  template <class Src>
+  static void load(const SrcPlanes& s, int x, __m128i o[3]) {
+    Vx v;
+    Src::load(s, x, v);
+    for (int k = 0; k < 3; ++k) o[k] = v.v[k];
+  }
+  // Sums of neighbouring lanes of a then b, in order.
+  static __m128i pairSums(__m128i a, __m128i b) { return _mm_hadd_epi16(a, b); }
+  // Two vectors of luma as sixteen bytes.
+  static void luma(uint8_t* p, __m128i a, __m128i b) {
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p), _mm_packus_epi16(a, b));
+  }
+  template <class Sink>
+  static void chroma(const DstPlanes& c, int i, const __m128i* cc) {
+    Sink::store8(c, i, cc);
+  }
+  // Eight pairs as Cb Y0 Cr Y1, 32 bytes.
+  template <bool Al>
+  static void pairsOut(uint8_t* d, const __m128i* cc, __m128i ya, __m128i yb) {
+    const __m128i y = _mm_packus_epi16(ya, yb);
+    const __m128i c = _mm_unpacklo_epi8(_mm_packus_epi16(cc[0], cc[0]), _mm_packus_epi16(cc[1], cc[1]));
+    store16<Al>(d, _mm_unpacklo_epi8(c, y));
+    store16<Al>(d + 16, _mm_unpackhi_epi8(c, y));
+  }
+};
+#endif
+
 // Sum of channel k over the pixels.
 inline void sum3(const Px* px, int n, int* s) {
   for (int k = 0; k < 3; ++k) {
@@ -313,28 +401,14 @@ struct ForwardCells {
   }
 
   static void rowPair(const SrcPlanes& s0, const SrcPlanes& s1, uint8_t* y0, uint8_t* y1, const DstPlanes& c,
-                      int width) {
+                      int width, const Reach& r) {
     const int blockEnd = Ladder::end(width), cellEnd = width & ~1;
     int x = 0;
 #if LUM_SIMD_SSE
-    if (wide::enabled()) x = wide::cells<Block, Src, Sink>(s0, s1, y0, y1, c, blockEnd);
-    if (useVector()) {
-      // 16 pixels of each row: 8 cells.
-      for (; x + 16 <= blockEnd; x += 16) {
-        Vx a0, a1, b0, b1;
-        Src::load(s0, x, a0);
-        Src::load(s0, x + 8, a1);
-        Src::load(s1, x, b0);
-        Src::load(s1, x + 8, b1);
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(y0 + x), _mm_packus_epi16(Block::template vy<form::Sse>(a0.v), Block::template vy<form::Sse>(a1.v)));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(y1 + x), _mm_packus_epi16(Block::template vy<form::Sse>(b0.v), Block::template vy<form::Sse>(b1.v)));
-        __m128i s[3], cc[2];
-        for (int k = 0; k < 3; ++k)
-          s[k] = _mm_hadd_epi16(_mm_add_epi16(a0.v[k], b0.v[k]), _mm_add_epi16(a1.v[k], b1.v[k]));
-        Block::template vchroma<form::Sse>(s, cc);
-        Sink::store8(c, x >> 1, cc);
-      }
-    }
+    if (r.wide) x = wide::cells<Block, Src, Sink>(s0, s1, y0, y1, c, blockEnd);
+    if (r.vector) x = cellGroups<lanes::Sse, Io128, Block, Src, Sink>(s0, s1, y0, y1, c, x, blockEnd);
+#else
+    (void)r;
 #endif
     for (; x < blockEnd; x += 2) cell<Block>(s0, s1, y0, y1, c, x);
     for (; x < cellEnd; x += 2) cell<Tail>(s0, s1, y0, y1, c, x);
@@ -343,12 +417,13 @@ struct ForwardCells {
   // The even part of the region: row pairs 2j, 2j+1 write chroma row j.
   // dst.p[0] is the luma plane, dst.p[1] (and p[2]) the chroma plane(s).
   static void image(LumSize roi, const uint8_t* src, int srcStep, const DstPlanes& dst) {
+    const Reach r;
     for (int j = 0; j < roi.height >> 1; ++j) {
       DstPlanes c;
       for (int k = 1; k < 3; ++k)
         if (dst.p[k]) c.p[k - 1] = rowAt(dst.p[k], j, dst.step[k]);
       rowPair(packed(rowAt(src, 2 * j, srcStep), srcStep), packed(rowAt(src, 2 * j + 1, srcStep), srcStep),
-              rowAt(dst.p[0], 2 * j, dst.step[0]), rowAt(dst.p[0], 2 * j + 1, dst.step[0]), c, roi.width);
+              rowAt(dst.p[0], 2 * j, dst.step[0]), rowAt(dst.p[0], 2 * j + 1, dst.step[0]), c, roi.width, r);
     }
   }
 };
@@ -374,26 +449,14 @@ struct ForwardPairs {
     d[2 * x + 3] = uint8_t(F::y(p[1].v[0], p[1].v[1], p[1].v[2]));
   }
 
-  static void row(const SrcPlanes& s, uint8_t* d, int width) {
+  static void row(const SrcPlanes& s, uint8_t* d, int width, const Reach& r) {
     const int blockEnd = Ladder::end(width), pairEnd = width & ~1;
     int x = 0;
 #if LUM_SIMD_SSE
-    if (wide::enabled()) x = wide::pairs<Block, Src, Al>(s, d, blockEnd);
-    if (useVector()) {
-      // 16 pixels: 8 pairs, 32 bytes out.
-      for (; x + 16 <= blockEnd; x += 16) {
-        Vx a, b;
-        Src::load(s, x, a);
-        Src::load(s, x + 8, b);
-        __m128i sum[3], cc[2];
-        for (int k = 0; k < 3; ++k) sum[k] = _mm_hadd_epi16(a.v[k], b.v[k]);
-        Block::template vchroma<form::Sse>(sum, cc);
-        const __m128i y = _mm_packus_epi16(Block::template vy<form::Sse>(a.v), Block::template vy<form::Sse>(b.v));
-        const __m128i c = _mm_unpacklo_epi8(_mm_packus_epi16(cc[0], cc[0]), _mm_packus_epi16(cc[1], cc[1]));
-        store16<Al>(d + 2 * x, _mm_unpacklo_epi8(c, y));
-        store16<Al>(d + 2 * x + 16, _mm_unpackhi_epi8(c, y));
-      }
-    }
+    if (r.wide) x = wide::pairs<Block, Src, Al>(s, d, blockEnd);
+    if (r.vector) x = pairGroups<lanes::Sse, Io128, Block, Src, Al>(s, d, x, blockEnd);
+#else
+    (void)r;
 #endif
     for (; x < blockEnd; x += 2) pair<Block>(s, d, x);
     for (; x < pairEnd; x += 2) pair<Tail>(s, d, x);
@@ -406,8 +469,9 @@ struct ForwardPairs {
   }
 
   static void image(LumSize roi, const uint8_t* src, int srcStep, uint8_t* dst, int dstStep) {
+    const Reach r;
     for (int y = 0; y < roi.height; ++y)
-      row(packed(rowAt(src, y, srcStep), srcStep), rowAt(dst, y, dstStep), roi.width);
+      row(packed(rowAt(src, y, srcStep), srcStep), rowAt(dst, y, dstStep), roi.width, r);
   }
 };
 

@@ -4,10 +4,11 @@
 // frame/layouts.h know bytes only), and rows are addressed in elements.
 //
 // A form is a small struct: pixel() is the lane-exact scalar rule, and where a
-// vector block pays, block<N>() computes the same lanes for kLanes pixels of an
-// N-channel row. The row kernels put pixels [0, width & ~(Cover - 1)) through
-// the block form (vector groups, then its scalar twin) and the rest through the
-// tail form.
+// vector block pays, vblock<O>() computes the same lanes over the lane set O
+// (lanes.h) and groups<O, Io>() runs it along a row through the layout
+// adaptors Io (Io128 here, the 256-bit ones in gray_layouts_avx2.h). The row
+// kernels put pixels [0, width & ~(Cover - 1)) through the block form (vector
+// groups, then its scalar twin) and the rest through the tail form.
 #pragma once
 
 #include <cmath>
@@ -15,8 +16,9 @@
 #include <cstring>
 #include <type_traits>
 
+#include "frame/coeffs.h"
 #include "frame/fixed_point.h"
-#include "frame/simd.h"
+#include "frame/lanes.h"
 #include "lumcc.h"
 
 namespace lum {
@@ -178,7 +180,99 @@ inline void split4f(const float* p, __m128 out[3]) {
     out[2] = c;
   }
 }
+
+// pshufb masks that spread 16 bytes of E-byte gray samples over the three or
+// four channels of N-channel pixels: output vector j, byte i takes the source
+// byte of its pixel's sample, or zero where the byte belongs to the fourth
+// channel (filled from the aval pattern instead).
+template <int E, int N>
+struct Spread {
+  static constexpr int kPixels = 16 / E;  // source pixels per 16 bytes
+  int8_t mask[N][16];
+  constexpr Spread() : mask{} {
+    for (int j = 0; j < N; ++j)
+      for (int i = 0; i < 16; ++i) {
+        const int byte = 16 * j + i, elem = byte / E, pixel = elem / N, ch = elem % N;
+        mask[j][i] = ch == 3 ? Z : int8_t(pixel * E + byte % E);
+      }
+  }
+};
 }  // namespace detail
+
+// Layout adaptors of the 128-bit gray blocks: they move samples between the
+// rows and the lanes of lanes::Sse and do no arithmetic (the stores' saturating
+// packs are the forms' clamps).
+struct Io128 {
+  // Sixteen N-byte pixels as two halves (pixels 0..7, 8..15) of three channels,
+  // each sample << 8 in its 16-bit lane: unpacking under a zero byte puts it there.
+  template <int N>
+  static void q15In(const uint8_t* p, __m128i c[2][3]) {
+    __m128i b[3];
+    if constexpr (N == 3) detail::split3x16(p, b);
+    else detail::split4x16(p, b);
+    const __m128i z = _mm_setzero_si128();
+    for (int k = 0; k < 3; ++k) {
+      c[0][k] = _mm_unpacklo_epi8(z, b[k]);
+      c[1][k] = _mm_unpackhi_epi8(z, b[k]);
+    }
+  }
+  // Two halves of 16-bit lanes to sixteen bytes, clamped to 0..255 (packus).
+  static void q15Out(uint8_t* d, __m128i a, __m128i b) {
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(d), _mm_packus_epi16(a, b));
+  }
+  // Eight N-sample 16-bit pixels as two halves (pixels 0..3, 4..7) of three
+  // channels on 32-bit lanes, widened as T is signed or not.
+  template <class T, int N>
+  static void wordsIn(const T* s, __m128i c[2][3]) {
+    __m128i w[3];
+    const auto* p = reinterpret_cast<const uint16_t*>(s);
+    if constexpr (N == 3) detail::split3x8w(p, w);
+    else detail::split4x8w(p, w);
+    for (int k = 0; k < 3; ++k)
+      for (int h = 0; h < 2; ++h) {
+        const __m128i v = h ? _mm_srli_si128(w[k], 8) : w[k];
+        c[h][k] = std::is_same_v<T, Lum16s> ? _mm_cvtepi16_epi32(v) : _mm_cvtepu16_epi32(v);
+      }
+  }
+  // Two halves of 32-bit lanes to eight samples of T, saturated to its range.
+  template <class T>
+  static void wordsOut(T* d, __m128i a, __m128i b) {
+    const __m128i out = std::is_same_v<T, Lum16s> ? _mm_packs_epi32(a, b) : _mm_packus_epi32(a, b);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(d), out);
+  }
+  // Four N-channel float pixels as three channels.
+  template <int N>
+  static void floatsIn(const float* p, __m128 c[3]) { detail::split4f<N>(p, c); }
+
+  // Gray to colour: source samples a step, and the step itself, which spreads
+  // 16 bytes of gray samples over N-channel pixels with aval's bytes or'ed in.
+  template <class T, int N>
+  static constexpr int kSpread = 16 / int(sizeof(T));
+  static __m128i alpha(__m128i pattern) { return pattern; }
+  template <class T, int N>
+  static void spread(const T* s, T* d, __m128i alpha) {
+    static constexpr detail::Spread<int(sizeof(T)), N> kMasks{};
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s));
+    for (int j = 0; j < N; ++j) {
+      const __m128i m = _mm_loadu_si128(reinterpret_cast<const __m128i*>(kMasks.mask[j]));
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(d) + j, _mm_or_si128(_mm_shuffle_epi8(v, m), alpha));
+    }
+  }
+
+  // Luma of packed 4:2:2: pixels a step, and the step, which keeps the first
+  // byte of every two; then a step of 8.
+  static constexpr int kLuma = 16;
+  static void luma(const uint8_t* s, uint8_t* d) {
+    const __m128i m = _mm_set1_epi16(0x00FF);
+    const __m128i a = _mm_and_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(s)), m);
+    const __m128i b = _mm_and_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(s + 16)), m);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(d), _mm_packus_epi16(a, b));
+  }
+  static void luma8(const uint8_t* s, uint8_t* d) {
+    const __m128i a = _mm_and_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(s)), _mm_set1_epi16(0x00FF));
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(d), _mm_packus_epi16(a, a));
+  }
+};
 #endif
 
 // ---------------------------------------------------------------------------
@@ -190,35 +284,33 @@ inline void split4f(const float* p, __m128 out[3]) {
 // that saturates at 0xFFFF reads as -1 and gives 0.
 struct GrayQ15Block {
   int k[3];
-  static constexpr int kLanes = 16;
+  static constexpr bool kVector = true;
   uint8_t pixel(int c0, int c1, int c2) const {
     using namespace fx;
     const int s = addus16u(addus16u(addus16u(mulhi16u(c0 << 8, k[0]), mulhi16u(c1 << 8, k[1])),
                                     mulhi16u(c2 << 8, k[2])), 64);
     return uint8_t(clamp8(sra16(s, 7)));
   }
-#if LUM_SIMD_SSE
-  // Sixteen pixels of N bytes at s to sixteen bytes at d.
-  template <int N>
-  void block(const uint8_t* s, uint8_t* d) const {
-    __m128i c[3];
-    if constexpr (N == 3) detail::split3x16(s, c);
-    else detail::split4x16(s, c);
-    const __m128i z = _mm_setzero_si128();
-    __m128i half[2];
-    for (int h = 0; h < 2; ++h) {
-      // Unpacking under a zero byte puts each sample at c << 8 in its lane.
-      auto lane = [&](int ch) { return h ? _mm_unpackhi_epi8(z, c[ch]) : _mm_unpacklo_epi8(z, c[ch]); };
-      const __m128i p0 = _mm_mulhi_epu16(lane(0), fx::set16(k[0]));
-      const __m128i p1 = _mm_mulhi_epu16(lane(1), fx::set16(k[1]));
-      const __m128i p2 = _mm_mulhi_epu16(lane(2), fx::set16(k[2]));
-      const __m128i s16 = _mm_adds_epu16(_mm_adds_epu16(_mm_adds_epu16(p0, p1), p2), fx::set16(64));
-      half[h] = _mm_srai_epi16(s16, 7);
-    }
-    // packus clamps the signed lanes to 0..255.
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(d), _mm_packus_epi16(half[0], half[1]));
+  // The lanes of pixel(): c holds the three samples << 8 (the loads put them
+  // there), the result is clamped by the store (packus).
+  template <class O, class V = typename O::V>
+  V vblock(const V* c) const {
+    const V s = O::addus16u(O::addus16u(O::addus16u(O::mulhi16u(c[0], O::set(k[0])), O::mulhi16u(c[1], O::set(k[1]))),
+                                        O::mulhi16u(c[2], O::set(k[2]))),
+                            O::set(64));
+    return O::sra(s, 7);
   }
-#endif
+  // Pixels [x, n) of an N-channel row in groups of 2 * O::kLanes, through the
+  // adaptors Io; returns the first pixel left.
+  template <class O, class Io, int N>
+  int groups(const uint8_t* s, uint8_t* d, int x, int n) const {
+    for (; x + 2 * O::kLanes <= n; x += 2 * O::kLanes) {
+      typename O::V c[2][3];
+      Io::template q15In<N>(s + N * x, c);
+      Io::q15Out(d + x, vblock<O>(c[0]), vblock<O>(c[1]));
+    }
+    return x;
+  }
 };
 
 // 8u tail: one 32-bit Q15 sum, rounded, stored as its low byte (no clamp).
@@ -239,51 +331,51 @@ struct GrayRoundF32 {
   static constexpr int kLo = std::is_same_v<T, Lum16u> ? 0 : -32768;
   static constexpr int kHi = std::is_same_v<T, Lum16u> ? 65535 : 32767;
   float w[3];
-  static constexpr int kLanes = 8;
+  static constexpr bool kVector = true;
   T pixel(T c0, T c1, T c2) const {
     const float s = (float(c0) * w[0] + float(c1) * w[1]) + float(c2) * w[2];
     const int32_t r = cvtNearest(s);
     return T(r < kLo ? kLo : (r > kHi ? kHi : r));
   }
-#if LUM_SIMD_SSE
-  template <int N>
-  void block(const T* s, T* d) const {
-    __m128i c[3];
-    const auto* p = reinterpret_cast<const uint16_t*>(s);
-    if constexpr (N == 3) detail::split3x8w(p, c);
-    else detail::split4x8w(p, c);
-    __m128i half[2];
-    for (int h = 0; h < 2; ++h) {
-      auto lane = [&](int ch) {
-        const __m128i v = h ? _mm_srli_si128(c[ch], 8) : c[ch];
-        return _mm_cvtepi32_ps(kLo == 0 ? _mm_cvtepu16_epi32(v) : _mm_cvtepi16_epi32(v));
-      };
-      const __m128 sum = _mm_add_ps(_mm_add_ps(_mm_mul_ps(lane(0), _mm_set1_ps(w[0])),
-                                               _mm_mul_ps(lane(1), _mm_set1_ps(w[1]))),
-                                    _mm_mul_ps(lane(2), _mm_set1_ps(w[2])));
-      half[h] = _mm_cvtps_epi32(sum);
-    }
-    const __m128i out = kLo == 0 ? _mm_packus_epi32(half[0], half[1]) : _mm_packs_epi32(half[0], half[1]);
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(d), out);
+  // The lanes of pixel() on 32-bit lanes of samples; the store saturates to T.
+  template <class O, class V = typename O::V>
+  V vblock(const V* c) const {
+    using F = typename O::F;
+    const F s = O::addf(O::addf(O::mulf(O::cvtif(c[0]), O::setf(w[0])), O::mulf(O::cvtif(c[1]), O::setf(w[1]))),
+                        O::mulf(O::cvtif(c[2]), O::setf(w[2])));
+    return O::cvtfi(s);
   }
-#endif
+  // Pixels [x, n) in groups of O::kLanes (two halves of 32-bit lanes).
+  template <class O, class Io, int N>
+  int groups(const T* s, T* d, int x, int n) const {
+    for (; x + O::kLanes <= n; x += O::kLanes) {
+      typename O::V c[2][3];
+      Io::template wordsIn<T, N>(s + N * x, c);
+      Io::template wordsOut<T>(d + x, vblock<O>(c[0]), vblock<O>(c[1]));
+    }
+    return x;
+  }
 };
 
 // 32f: w0 c0 + w1 c1, then + w2 c2, in single precision; no clamp.
 struct GrayF32 {
   float w[3];
-  static constexpr int kLanes = 4;
+  static constexpr bool kVector = true;
   float pixel(float c0, float c1, float c2) const { return (w[0] * c0 + w[1] * c1) + w[2] * c2; }
-#if LUM_SIMD_SSE
-  template <int N>
-  void block(const float* s, float* d) const {
-    __m128 c[3];
-    detail::split4f<N>(s, c);
-    const __m128 sum = _mm_add_ps(_mm_add_ps(_mm_mul_ps(_mm_set1_ps(w[0]), c[0]), _mm_mul_ps(_mm_set1_ps(w[1]), c[1])),
-                                  _mm_mul_ps(_mm_set1_ps(w[2]), c[2]));
-    _mm_storeu_ps(d, sum);
+  template <class O, class F = typename O::F>
+  F vblock(const F* c) const {
+    return O::addf(O::addf(O::mulf(O::setf(w[0]), c[0]), O::mulf(O::setf(w[1]), c[1])), O::mulf(O::setf(w[2]), c[2]));
   }
-#endif
+  // Pixels [x, n) in groups of O::kLanes / 2 (the float lanes of a register).
+  template <class O, class Io, int N>
+  int groups(const float* s, float* d, int x, int n) const {
+    for (; x + O::kLanes / 2 <= n; x += O::kLanes / 2) {
+      typename O::F c[3];
+      Io::template floatsIn<N>(s + N * x, c);
+      O::storef(d + x, vblock<O>(c));
+    }
+    return x;
+  }
 };
 
 // 64f: the same sum in double precision (scalar: the rows are memory bound).
@@ -292,49 +384,33 @@ struct GrayF64 {
   double pixel(double c0, double c1, double c2) const { return (w[0] * c0 + w[1] * c1) + w[2] * c2; }
 };
 
-#if LUM_SIMD_SSE
-// 256-bit twins of the blocks above, for processors with AVX2 (gray_wide.cpp).
-// Each converts the longest run of whole 256-bit steps from the row's start
-// and returns the pixels done; the caller tests usable() on every call.
-namespace avx2 {
-bool usable() noexcept;
-template <int N>
-int q15(const uint8_t* s, uint8_t* d, int n, const GrayQ15Block& f);
-template <class T, int N>
-int roundF32(const T* s, T* d, int n, const GrayRoundF32<T>& f);
-template <int N>
-int f32(const float* s, float* d, int n, const GrayF32& f);
-}  // namespace avx2
+// How far the vector code of one call goes, asked once per call.
+enum class Reach { Scalar, Narrow, Wide };
+inline Reach reach() { return useWide() ? Reach::Wide : (useVector() ? Reach::Narrow : Reach::Scalar); }
 
-// The widest block the processor runs: pixels of [0, n) done by 256-bit steps.
-template <int N>
-inline int wideBlocks(const GrayQ15Block& f, const uint8_t* s, uint8_t* d, int n) {
-  return avx2::usable() ? avx2::q15<N>(s, d, n, f) : 0;
-}
-template <int N, class T>
-inline int wideBlocks(const GrayRoundF32<T>& f, const T* s, T* d, int n) {
-  return avx2::usable() ? avx2::roundF32<T, N>(s, d, n, f) : 0;
-}
-template <int N>
-inline int wideBlocks(const GrayF32& f, const float* s, float* d, int n) {
-  return avx2::usable() ? avx2::f32<N>(s, d, n, f) : 0;
-}
+#if LUM_SIMD_SSE
+// The 256-bit groups of the blocks (gray_avx2.cpp): each converts the longest
+// run of whole 256-bit steps from the row's start and returns the pixels done.
+namespace avx2 {
+template <int N, class Form, class T>
+int groups(const Form& f, const T* s, T* d, int n);
+}  // namespace avx2
 #endif
 
 // Row kernel of colour to gray over an N-channel row of T: pixels below
-// width & ~(Cover - 1) by the block form (vector groups of kLanes, then its
-// scalar twin), the rest by the tail form. Channel 4 of AC4 is never read.
+// width & ~(Cover - 1) by the block form (256-bit groups, 128-bit groups, then
+// its scalar twin), the rest by the tail form. Channel 4 of AC4 is never read.
 template <int Cover, class T, int N, class BlockForm, class TailForm>
-inline void toGrayRow(const T* s, T* d, int width, const BlockForm& bf, const TailForm& tf) {
+inline void toGrayRow(const T* s, T* d, int width, const BlockForm& bf, const TailForm& tf, Reach r) {
   const int blockEnd = width & ~(Cover - 1);
   int x = 0;
 #if LUM_SIMD_SSE
-  if constexpr (requires { BlockForm::kLanes; }) {
-    if (useVector()) {
-      x = wideBlocks<N>(bf, s, d, blockEnd);
-      for (; x + BlockForm::kLanes <= blockEnd; x += BlockForm::kLanes) bf.template block<N>(s + N * x, d + x);
-    }
+  if constexpr (requires { BlockForm::kVector; }) {
+    if (r == Reach::Wide) x = avx2::groups<N>(bf, s, d, blockEnd);
+    if (r != Reach::Scalar) x = bf.template groups<lanes::Sse, Io128, N>(s, d, x, blockEnd);
   }
+#else
+  (void)r;
 #endif
   for (; x < blockEnd; ++x) st(d + x, T(bf.pixel(ld(s + N * x), ld(s + N * x + 1), ld(s + N * x + 2))));
   for (; x < width; ++x) st(d + x, T(tf.pixel(ld(s + N * x), ld(s + N * x + 1), ld(s + N * x + 2))));
@@ -344,32 +420,11 @@ inline void toGrayRow(const T* s, T* d, int width, const BlockForm& bf, const Ta
 // Gray to colour, and the luma of packed 4:2:2
 // ---------------------------------------------------------------------------
 
-#if LUM_SIMD_SSE
-namespace detail {
-// pshufb masks that spread 16 bytes of E-byte gray samples over the three or
-// four channels of N-channel pixels: output vector j, byte i takes the source
-// byte of its pixel's sample, or zero where the byte belongs to the fourth
-// channel (filled from the aval pattern instead).
-template <int E, int N>
-struct Spread {
-  static constexpr int kPixels = 16 / E;  // source pixels per 16 bytes
-  int8_t mask[N][16];
-  constexpr Spread() : mask{} {
-    for (int j = 0; j < N; ++j)
-      for (int i = 0; i < 16; ++i) {
-        const int byte = 16 * j + i, elem = byte / E, pixel = elem / N, ch = elem % N;
-        mask[j][i] = ch == 3 ? Z : int8_t(pixel * E + byte % E);
-      }
-  }
-};
-}  // namespace detail
-#endif
 
 // Gray sample to N channels; the fourth channel of four is the call's aval.
 template <class T, int N>
 struct GrayToColor {
   T aval;
-  static constexpr int kLanes = 16 / int(sizeof(T));
   void pixel(T g, T* d) const {
     st(d, g);
     st(d + 1, g);
@@ -387,14 +442,13 @@ struct GrayToColor {
     }
     return v;
   }
-  // kLanes gray samples at s to kLanes pixels at d.
-  void block(const T* s, T* d, __m128i alpha) const {
-    static constexpr detail::Spread<int(sizeof(T)), N> kSpread{};
-    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s));
-    for (int j = 0; j < N; ++j) {
-      const __m128i m = _mm_loadu_si128(reinterpret_cast<const __m128i*>(kSpread.mask[j]));
-      _mm_storeu_si128(reinterpret_cast<__m128i*>(d) + j, _mm_or_si128(_mm_shuffle_epi8(v, m), alpha));
-    }
+  // Pixels [x, n) in the steps of the adaptors Io; returns the first pixel left.
+  template <class Io>
+  int groups(const T* s, T* d, int x, int n) const {
+    const auto alpha = Io::alpha(alphaPattern());
+    constexpr int kStep = Io::template kSpread<T, N>;
+    for (; x + kStep <= n; x += kStep) Io::template spread<T, N>(s + x, d + N * x, alpha);
+    return x;
   }
 #endif
 };
@@ -407,16 +461,15 @@ int luma422(const uint8_t* s, uint8_t* d, int n);
 }  // namespace avx2
 #endif
 
-// Row kernel of gray to colour: vector groups of 16 bytes of source, then single pixels.
+// Row kernel of gray to colour: vector steps, then single pixels.
 template <class T, int N>
-inline void grayToColorRow(const T* s, T* d, int width, const GrayToColor<T, N>& f) {
+inline void grayToColorRow(const T* s, T* d, int width, const GrayToColor<T, N>& f, Reach r) {
   int x = 0;
 #if LUM_SIMD_SSE
-  if (useVector()) {
-    if (avx2::usable()) x = avx2::spread(s, d, width, f);
-    const __m128i alpha = f.alphaPattern();
-    for (; x + f.kLanes <= width; x += f.kLanes) f.block(s + x, d + N * x, alpha);
-  }
+  if (r == Reach::Wide) x = avx2::spread(s, d, width, f);
+  if (r != Reach::Scalar) x = f.template groups<Io128>(s, d, x, width);
+#else
+  (void)r;
 #endif
   for (; x < width; ++x) f.pixel(ld(s + x), d + N * x);
 }
@@ -427,28 +480,26 @@ inline void grayToColorRow(const T* s, T* d, int width, const GrayToColor<T, N>&
 struct LumaOf422 {
   static void pixel(const uint8_t* s, uint8_t* d) { *d = *s; }
 #if LUM_SIMD_SSE
-  static void block16(const uint8_t* s, uint8_t* d) {
-    const __m128i m = _mm_set1_epi16(0x00FF);
-    const __m128i a = _mm_and_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(s)), m);
-    const __m128i b = _mm_and_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(s + 16)), m);
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(d), _mm_packus_epi16(a, b));
-  }
-  static void block8(const uint8_t* s, uint8_t* d) {
-    const __m128i a = _mm_and_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(s)), _mm_set1_epi16(0x00FF));
-    _mm_storel_epi64(reinterpret_cast<__m128i*>(d), _mm_packus_epi16(a, a));
+  // Pixels [x, n) in the steps of the adaptors Io; returns the first pixel left.
+  template <class Io>
+  static int groups(const uint8_t* s, uint8_t* d, int x, int n) {
+    for (; x + Io::kLuma <= n; x += Io::kLuma) Io::luma(s + 2 * x, d + x);
+    return x;
   }
 #endif
-  static void row(const uint8_t* s, uint8_t* d, int width) {
+  static void row(const uint8_t* s, uint8_t* d, int width, Reach r) {
     int x = 0;
 #if LUM_SIMD_SSE
-    if (useVector()) {
-      if (avx2::usable()) x = avx2::luma422(s, d, width);
-      for (; x + 16 <= width; x += 16) block16(s + 2 * x, d + x);
+    if (r == Reach::Wide) x = avx2::luma422(s, d, width);
+    if (r != Reach::Scalar) {
+      x = groups<Io128>(s, d, x, width);
       if (x + 8 <= width) {
-        block8(s + 2 * x, d + x);
+        Io128::luma8(s + 2 * x, d + x);
         x += 8;
       }
     }
+#else
+    (void)r;
 #endif
     for (; x < width; ++x) pixel(s + 2 * x, d + x);
   }

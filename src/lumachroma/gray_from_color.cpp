@@ -31,21 +31,22 @@ template <class T, int N>
 void myRGBToGray(const T* s, int sStep, T* d, int dStep, int width, int height, const Lum32f* coeffs) {
   if (height <= 0) return;
   const float* w = coeffs ? coeffs : kDefaultWeights;
+  const Reach r = reach();
   if constexpr (std::is_same_v<T, Lum8u>) {
     GrayQ15Block block{{kDefaultQ15[0], kDefaultQ15[1], kDefaultQ15[2]}};
     if (coeffs) block = GrayQ15Block{{q15(w[0]), q15(w[1]), q15(w[2])}};
     const GrayQ15Tail tail{{block.k[0], block.k[1], block.k[2]}};
     forEachGrayRow(s, sStep, d, dStep, width, height,
-                   [&](const T* sr, T* dr, int wd) { toGrayRow<4, T, N>(sr, dr, wd, block, tail); });
+                   [&](const T* sr, T* dr, int wd) { toGrayRow<4, T, N>(sr, dr, wd, block, tail, r); });
   } else if constexpr (std::is_same_v<T, Lum32f>) {
     const GrayF32 f{{w[0], w[1], w[2]}};
     forEachGrayRow(s, sStep, d, dStep, width, height,
-                   [&](const T* sr, T* dr, int wd) { toGrayRow<1, T, N>(sr, dr, wd, f, f); });
+                   [&](const T* sr, T* dr, int wd) { toGrayRow<1, T, N>(sr, dr, wd, f, f, r); });
   } else {
     // Sums associate as (p0 + p1) + p2 in the four-channel forms too.
     const GrayRoundF32<T> f{{w[0], w[1], w[2]}};
     forEachGrayRow(s, sStep, d, dStep, width, height,
-                   [&](const T* sr, T* dr, int wd) { toGrayRow<1, T, N>(sr, dr, wd, f, f); });
+                   [&](const T* sr, T* dr, int wd) { toGrayRow<1, T, N>(sr, dr, wd, f, f, r); });
   }
 }
 
@@ -54,8 +55,9 @@ template <int N>
 void ownColorToGray_64f(const Lum64f* s, int sStep, Lum64f* d, int dStep, int width, int height,
                         const Lum64f* coeffs) {
   const GrayF64 f{{coeffs[0], coeffs[1], coeffs[2]}};
-  forEachGrayRow(s, sStep, d, dStep, width, height,
-                 [&](const Lum64f* sr, Lum64f* dr, int wd) { toGrayRow<1, Lum64f, N>(sr, dr, wd, f, f); });
+  forEachGrayRow(s, sStep, d, dStep, width, height, [&](const Lum64f* sr, Lum64f* dr, int wd) {
+    toGrayRow<1, Lum64f, N>(sr, dr, wd, f, f, Reach::Scalar);
+  });
 }
 
 // Public layer: pointers, then size; byte steps become element steps, rounded

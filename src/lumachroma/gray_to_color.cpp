@@ -15,7 +15,9 @@ LumStatus grayToColor(const T* pSrc, int srcStep, T* pDst, int dstStep, LumSize 
   if (LumStatus st = check::nullThenSize(roi, pSrc, pDst)) return st;
   const int ss = elemStep<T>(srcStep), ds = elemStep<T>(dstStep);
   const GrayToColor<T, N> f{aval};
-  for (int y = 0; y < roi.height; ++y) grayToColorRow(rowOfElems(pSrc, y, ss), rowOfElems(pDst, y, ds), roi.width, f);
+  const Reach r = reach();
+  for (int y = 0; y < roi.height; ++y)
+    grayToColorRow(rowOfElems(pSrc, y, ss), rowOfElems(pDst, y, ds), roi.width, f, r);
   return lumStatusOk;
 }
 
@@ -44,6 +46,7 @@ LumStatus lumiGrayToRGB_32f_C1C4R(const Lum32f* pSrc, int srcStep, Lum32f* pDst,
 
 LumStatus lumiYCbCr422ToGray_8u_C2C1R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
   if (LumStatus st = check::nullThenSize(roi, pSrc, pDst)) return st;
-  for (int y = 0; y < roi.height; ++y) LumaOf422::row(rowAt(pSrc, y, srcStep), rowAt(pDst, y, dstStep), roi.width);
+  const Reach r = reach();
+  for (int y = 0; y < roi.height; ++y) LumaOf422::row(rowAt(pSrc, y, srcStep), rowAt(pDst, y, dstStep), roi.width, r);
   return lumStatusOk;
 }

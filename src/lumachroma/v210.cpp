@@ -30,8 +30,8 @@ inline int sample(const Lum32u* g, Field f) { return int((ld(g + f.word) >> f.sh
 
 #if LUM_SIMD_SSE
 // The twelve samples of a group as 16-bit lanes, pixel i in lane i (lanes 6, 7
-// zero): Y, and Cb - 512 and Cr - 512 repeated for both pixels of a pair.
-inline void decode(const Lum32u* grp, __m128i& y, __m128i& u, __m128i& v) {
+// zero): Y, Cb and Cr, the chroma repeated for both pixels of a pair.
+inline void decode(const Lum32u* grp, __m128i& y, __m128i& cb, __m128i& cr) {
   const __m128i w = _mm_loadu_si128(reinterpret_cast<const __m128i*>(grp));
   const __m128i m = _mm_set1_epi32(0x3FF);
   const __m128i f0 = _mm_and_si128(w, m);                      // Cb0 Y1  Cr2 Y4
@@ -43,13 +43,10 @@ inline void decode(const Lum32u* grp, __m128i& y, __m128i& u, __m128i& v) {
   // Byte pairs of lane n are 2n, 2n + 1.
   y = _mm_or_si128(_mm_shuffle_epi8(p, _mm_setr_epi8(8, 9, 2, 3, Z, Z, 12, 13, 6, 7, Z, Z, Z, Z, Z, Z)),
                    _mm_shuffle_epi8(q, _mm_setr_epi8(Z, Z, Z, Z, 2, 3, Z, Z, Z, Z, 6, 7, Z, Z, Z, Z)));
-  const __m128i cb = _mm_or_si128(_mm_shuffle_epi8(p, _mm_setr_epi8(0, 1, 0, 1, 10, 11, 10, 11, Z, Z, Z, Z, Z, Z, Z, Z)),
-                                  _mm_shuffle_epi8(q, _mm_setr_epi8(Z, Z, Z, Z, Z, Z, Z, Z, 4, 5, 4, 5, Z, Z, Z, Z)));
-  const __m128i cr = _mm_or_si128(_mm_shuffle_epi8(p, _mm_setr_epi8(Z, Z, Z, Z, 4, 5, 4, 5, 14, 15, 14, 15, Z, Z, Z, Z)),
-                                  _mm_shuffle_epi8(q, _mm_setr_epi8(0, 1, 0, 1, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z)));
-  // Lanes 6 and 7 stay 0 - 512 = -512: finite, computed and dropped.
-  u = _mm_sub_epi16(cb, _mm_set1_epi16(512));
-  v = _mm_sub_epi16(cr, _mm_set1_epi16(512));
+  cb = _mm_or_si128(_mm_shuffle_epi8(p, _mm_setr_epi8(0, 1, 0, 1, 10, 11, 10, 11, Z, Z, Z, Z, Z, Z, Z, Z)),
+                    _mm_shuffle_epi8(q, _mm_setr_epi8(Z, Z, Z, Z, Z, Z, Z, Z, 4, 5, 4, 5, Z, Z, Z, Z)));
+  cr = _mm_or_si128(_mm_shuffle_epi8(p, _mm_setr_epi8(Z, Z, Z, Z, 4, 5, 4, 5, 14, 15, 14, 15, Z, Z, Z, Z)),
+                    _mm_shuffle_epi8(q, _mm_setr_epi8(0, 1, 0, 1, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z)));
 }
 
 // Lanes 0..5 to twelve bytes at d.
@@ -79,26 +76,33 @@ struct Rgb565Form {
     const float b = kBu * u + y;
     return merge(clampTo(cvtNearest(r), 31), clampTo(cvtNearest(g), 63), clampTo(cvtNearest(b), 31));
   }
+  // The lanes of pixel(): in = {Y, Cb, Cr} as 16-bit lanes; out = the words of
+  // the lanes of each widen() half, as 32-bit lanes. Lanes whose chroma is 0
+  // compute finite values that the caller drops.
+  template <class O, class V = typename O::V>
+  static void vblock(const V* in, V* out) {
+    using F = typename O::F;
+    V yh[2], uh[2], vh[2];
+    O::widen(in[0], yh[0], yh[1]);
+    O::widen(O::sub16(in[1], O::set(512)), uh[0], uh[1]);
+    O::widen(O::sub16(in[2], O::set(512)), vh[0], vh[1]);
+    auto q = [](F x, int hi) { return O::min32(O::max32(O::cvtfi(x), O::zero()), O::set32(hi)); };
+    for (int h = 0; h < 2; ++h) {
+      const F y = O::cvtif(yh[h]), u = O::cvtif(uh[h]), v = O::cvtif(vh[h]);
+      const F r = O::addf(O::mulf(O::setf(kRv), v), y);
+      const F g = O::addf(O::addf(O::mulf(O::setf(kGv), v), y), O::mulf(O::setf(kGu), u));
+      const F b = O::addf(O::mulf(O::setf(kBu), u), y);
+      const V ri = q(r, 31), gi = q(g, 63), bi = q(b, 31);
+      out[h] = O::or_(O::or_(Bgr ? bi : ri, O::sll32(gi, 5)), O::sll32(Bgr ? ri : bi, 11));
+    }
+  }
 #if LUM_SIMD_SSE
   // Six pixels of the group at grp to six words at d, lanes 0..5 of the decode.
   static void block(const Lum32u* grp, Lum16u* d) {
-    __m128i yw, uw, vw;
-    decode(grp, yw, uw, vw);
-    __m128i half[2];
-    for (int h = 0; h < 2; ++h) {
-      auto f = [&](__m128i w) { return _mm_cvtepi32_ps(_mm_cvtepi16_epi32(h ? _mm_srli_si128(w, 8) : w)); };
-      const __m128 y = f(yw), u = f(uw), v = f(vw);
-      const __m128 r = _mm_add_ps(_mm_mul_ps(_mm_set1_ps(kRv), v), y);
-      const __m128 g = _mm_add_ps(_mm_add_ps(_mm_mul_ps(_mm_set1_ps(kGv), v), y), _mm_mul_ps(_mm_set1_ps(kGu), u));
-      const __m128 b = _mm_add_ps(_mm_mul_ps(_mm_set1_ps(kBu), u), y);
-      auto q = [](__m128 x, int hi) {
-        return _mm_min_epi32(_mm_max_epi32(_mm_cvtps_epi32(x), _mm_setzero_si128()), _mm_set1_epi32(hi));
-      };
-      const __m128i ri = q(r, 31), gi = q(g, 63), bi = q(b, 31);
-      const __m128i lo = Bgr ? bi : ri, hi = Bgr ? ri : bi;
-      half[h] = _mm_or_si128(_mm_or_si128(lo, _mm_slli_epi32(gi, 5)), _mm_slli_epi32(hi, 11));
-    }
-    store6(d, _mm_packus_epi32(half[0], half[1]));
+    __m128i in[3], out[2];
+    decode(grp, in[0], in[1], in[2]);
+    vblock<lanes::Sse>(in, out);
+    store6(d, _mm_packus_epi32(out[0], out[1]));
   }
 #endif
 };
@@ -108,8 +112,8 @@ struct LumaForm {
   static Lum16u pixel(const Lum32u* grp, int i) { return Lum16u(sample(grp, kY[i])); }
 #if LUM_SIMD_SSE
   static void block(const Lum32u* grp, Lum16u* d) {
-    __m128i y, u, v;
-    decode(grp, y, u, v);
+    __m128i y, cb, cr;
+    decode(grp, y, cb, cr);
     store6(d, y);
   }
 #endif
