@@ -15,6 +15,7 @@
 // covers a column is part of each function's result, so none may be merged.
 #pragma once
 
+#include "frame/coeffs.h"
 #include "frame/fixed_point.h"
 #include "frame/lanes.h"
 #include "frame/chop.h"
@@ -22,6 +23,7 @@
 namespace lum::form {
 
 using namespace fx;
+namespace k709 = coef::bt709;
 
 // Holds a value inside 1..254: the forward 709HDTV codes never reach 0 or 255.
 constexpr int lim(int x) { return x < 1 ? 1 : (x > 254 ? 254 : x); }
@@ -49,8 +51,9 @@ inline typename O::V vlim(typename O::V a) { return O::min16(O::max16(a, O::set(
 
 // Luma from unsigned high products of the samples in the high byte, saturating
 // sums, a rounding add at scale 128, >> 7 and clamp8 (then lim for 709HDTV).
-template <int KR, int KG, int KB, int Add, bool Lim>
+template <const int (&K)[3], int Add, bool Lim>
 struct LumaHiU {
+  static constexpr int KR = K[0], KG = K[1], KB = K[2];
   static int y(int r, int g, int b) {
     const int s = addus16u(addus16u(addus16u(mulhi16u(r << 8, KR), mulhi16u(g << 8, KG)), mulhi16u(b << 8, KB)), Add);
     const int v = clamp8(s >> 7);
@@ -92,7 +95,7 @@ struct ChromaHiU {
 template <int Main, int N1, int N2>
 struct ChromaHiS {
   static int c(int sMain, int s1, int s2) {
-    const int d = s16(mulhi16s(sMain << 6, Main) + mulhi16s(s1 << 6, N1) + mulhi16s(s2 << 6, N2) + 8224);
+    const int d = s16(mulhi16s(sMain << 6, Main) + mulhi16s(s1 << 6, N1) + mulhi16s(s2 << 6, N2) + k709::kHdtvChromaAddX64);
     return lim(clamp8(d >> 6));
   }
   template <class O, class V = typename O::V>
@@ -100,7 +103,7 @@ struct ChromaHiS {
     const V d = O::add16(O::add16(O::add16(O::mulhi16s(O::sll(sMain, 6), O::set(Main)),
                                            O::mulhi16s(O::sll(s1, 6), O::set(N1))),
                                   O::mulhi16s(O::sll(s2, 6), O::set(N2))),
-                         O::set(8224));
+                         O::set(k709::kHdtvChromaAddX64));
     return vlim<O>(O::sra(d, 6));
   }
 };
@@ -125,21 +128,25 @@ struct FwdBlock {
   }
 };
 
-// FY7: studio-range luma, 0.183 R + 0.614 G + 0.062 B; 2112 is 16.5 at scale 128.
-using FY7 = LumaHiU<5997, 20120, 2032, 2112, false>;
-// FC7 on 2-by-2 cell sums (<< 5); 16400 is 128.125 at scale 128.
-using FC7Cb = ChromaHiU<5, 28770, 6619, 22151, 16400, 7, false>;
-using FC7Cr = ChromaHiU<5, 28770, 26149, 2621, 16400, 7, false>;
-// FYH: full-scale luma, 0.213 R + 0.715 G + 0.072 B, held in 1..254.
-using FYH = LumaHiU<6980, 23429, 2359, 64, true>;
-// FCH on sums << K (5 on a cell, 6 on a pair); 8224 is 128.5 at scale 64.
+// FY7: studio-range luma, plus 16.5.
+using FY7 = LumaHiU<k709::kCscLumaQ15, k709::kCscLumaAddX128, false>;
+// FC7 on 2-by-2 cell sums (<< 5), plus 128.125.
+using FC7Cb = ChromaHiU<5, k709::kCscChromaMainQ16, k709::kCscCbQ16[0], k709::kCscCbQ16[1], k709::kCscChromaAddX128, 7,
+                        false>;
+using FC7Cr = ChromaHiU<5, k709::kCscChromaMainQ16, k709::kCscCrQ16[0], k709::kCscCrQ16[1], k709::kCscChromaAddX128, 7,
+                        false>;
+// FYH: full-scale luma, held in 1..254.
+using FYH = LumaHiU<k709::kHdtvLumaQ15, k709::kHdtvLumaAddX128, true>;
+// FCH on sums << K (5 on a cell, 6 on a pair), plus 128.5.
 template <int K>
-using FCHCb = ChromaHiU<K, 16744, 3834, 12911, 8224, 6, true>;
+using FCHCb = ChromaHiU<K, k709::kHdtvChromaMainQ15, k709::kHdtvCbQ15[0], k709::kHdtvCbQ15[1], k709::kHdtvChromaAddX64,
+                        6, true>;
 template <int K>
-using FCHCr = ChromaHiU<K, 16744, 15204, 1540, 8224, 6, true>;
+using FCHCr = ChromaHiU<K, k709::kHdtvChromaMainQ15, k709::kHdtvCrQ15[0], k709::kHdtvCrQ15[1], k709::kHdtvChromaAddX64,
+                        6, true>;
 // FCS: the signed-product variant on pair sums of one function (BGRA to CbYCr422).
-using FCSCb = ChromaHiS<16744, -3834, -12911>;
-using FCSCr = ChromaHiS<16744, -15204, -1540>;
+using FCSCb = ChromaHiS<k709::kHdtvChromaMainQ15, -k709::kHdtvCbQ15[0], -k709::kHdtvCbQ15[1]>;
+using FCSCr = ChromaHiS<k709::kHdtvChromaMainQ15, -k709::kHdtvCrQ15[0], -k709::kHdtvCrQ15[1]>;
 
 // The block sets the functions name.
 using Blk7Cell = FwdBlock<FY7, FC7Cb, FC7Cr>;              // FY7 + FC7
@@ -153,22 +160,34 @@ using BlkHPairSigned = FwdBlock<FYH, FCSCb, FCSCr>;        // FYH + FCS
 
 // T7 on a cell: stored as the low byte (in range for 8-bit input).
 struct T7Cell {
-  static int y(int r, int g, int b) { return ((11993 * r + 40239 * g + 4063 * b + 0x108000) >> 16) & 255; }
+  static constexpr const int (&kY)[3] = k709::kCscLumaQ16;
+  static constexpr int kMain = k709::kCscChromaMainQ16, kAdd = k709::kCellChromaAddQ18;
+  static int y(int r, int g, int b) { return ((kY[0] * r + kY[1] * g + kY[2] * b + k709::kCscLumaAddQ16) >> 16) & 255; }
   static void chroma(const int* s, int* c) {
-    c[0] = ((28770 * s[2] - 22151 * s[1] - 6619 * s[0] + 0x2008000) >> 18) & 255;
-    c[1] = ((28770 * s[0] - 26149 * s[1] - 2621 * s[2] + 0x2008000) >> 18) & 255;
+    c[0] = ((kMain * s[2] - k709::kCscCbQ16[1] * s[1] - k709::kCscCbQ16[0] * s[0] + kAdd) >> 18) & 255;
+    c[1] = ((kMain * s[0] - k709::kCscCrQ16[0] * s[1] - k709::kCscCrQ16[1] * s[2] + kAdd) >> 18) & 255;
   }
 };
 
 // TYH: full-scale luma of one pixel, held in 1..254.
-inline int tyh(int r, int g, int b) { return lim((13959 * r + 46858 * g + 4719 * b + 32768) >> 16); }
+inline int tyh(int r, int g, int b) {
+  constexpr const int(&k)[3] = k709::kHdtvLumaQ16;
+  return lim((k[0] * r + k[1] * g + k[2] * b + 32768) >> 16);
+}
+// The Cb and Cr sums of the 709HDTV tails, before their add and shift.
+inline int sumCbH(int r, int g, int b) {
+  return k709::kHdtvChromaMainQ16 * b - k709::kHdtvCbQ16[0] * r - k709::kHdtvCbQ16[1] * g;
+}
+inline int sumCrH(int r, int g, int b) {
+  return k709::kHdtvChromaMainQ16 * r - k709::kHdtvCrQ16[0] * g - k709::kHdtvCrQ16[1] * b;
+}
 
 // TYH + TC2H on a pair. The Cb and Cr offsets differ by 2 on purpose.
 struct THPair {
   static int y(int r, int g, int b) { return tyh(r, g, b); }
   static void chroma(const int* s, int* c) {
-    c[0] = lim((33489 * s[2] - 7668 * s[0] - 25821 * s[1] + 0x1010000) >> 17);
-    c[1] = lim((33489 * s[0] - 30409 * s[1] - 3080 * s[2] + 0x100FFFE) >> 17);
+    c[0] = lim((sumCbH(s[0], s[1], s[2]) + k709::kPairCbAddQ17) >> 17);
+    c[1] = lim((sumCrH(s[0], s[1], s[2]) + k709::kPairCrAddQ17) >> 17);
   }
 };
 
@@ -176,13 +195,13 @@ struct THPair {
 struct THCell {
   static int y(int r, int g, int b) { return tyh(r, g, b); }
   static void chroma(const int* s, int* c) {
-    c[0] = lim((33489 * s[2] - 7668 * s[0] - 25821 * s[1] + 0x2008000) >> 18);
-    c[1] = lim((33489 * s[0] - 30409 * s[1] - 3080 * s[2] + 0x2008000) >> 18);
+    c[0] = lim((sumCbH(s[0], s[1], s[2]) + k709::kCellChromaAddQ18) >> 18);
+    c[1] = lim((sumCrH(s[0], s[1], s[2]) + k709::kCellChromaAddQ18) >> 18);
   }
 };
 
 // The lone last pixel of an odd 4:2:2 row: its Cb from the pixel alone.
-inline int loneCbH(int r, int g, int b) { return lim((33489 * b - 7668 * r - 25821 * g + 0x808000) >> 16); }
+inline int loneCbH(int r, int g, int b) { return lim((sumCbH(r, g, b) + k709::kLoneCbAddQ16) >> 16); }
 
 // ---------------------------------------------------------------------------
 // Inverse block forms: I7 (studio range) and IH (full-scale luma)
@@ -194,9 +213,10 @@ inline int loneCbH(int r, int g, int b) { return lim((33489 * b - 7668 * r - 258
 //   G positive form: subs16s(subs16s(y, mulhi16s(v, VG)), mulhi16s(u, UG))
 // and each channel clamp8(adds16s(x, 8) >> 4). The two green forms round
 // differently (mulhi16s floors), so each function names its own.
-template <bool Studio, int VR, int UB, int VG, int UG, bool PositiveG>
+template <bool Studio, const int (&K)[4], bool PositiveG>
 struct Inv709 {
-  static int luma(int Y) { return Studio ? mulhi16s((Y - 16) << 7, 9535) : Y << 4; }
+  static constexpr int VR = K[0], UB = K[1], VG = K[2], UG = K[3];
+  static int luma(int Y) { return Studio ? mulhi16s((Y - 16) << 7, k709::kCscLumaGainQ13) : Y << 4; }
   static int fin(int x) { return clamp8(adds16s(x, 8) >> 4); }
   static void pixel(const int* in, int* out) {
     const int y = luma(in[0]);
@@ -224,7 +244,7 @@ struct Inv709 {
   // R, G, B of luma Y with the chroma products t, in the order of the scalar rule.
   template <class O, class V = typename O::V>
   static void vfinish(V Y, const V* t, V* out) {
-    const V y = Studio ? O::mulhi16s(O::sll(O::sub16(Y, O::set(16)), 7), O::set(9535)) : O::sll(Y, 4);
+    const V y = Studio ? O::mulhi16s(O::sll(O::sub16(Y, O::set(16)), 7), O::set(k709::kCscLumaGainQ13)) : O::sll(Y, 4);
     const V g = PositiveG ? O::subs16s(O::subs16s(y, t[1]), t[2]) : O::adds16s(O::adds16s(y, t[1]), t[2]);
     out[0] = vfin<O>(O::adds16s(y, t[0]));
     out[1] = vfin<O>(g);
@@ -241,36 +261,37 @@ struct Inv709 {
   static void block(const __m128i* in, __m128i* out) { vblock<Sse>(in, out); }
 #endif
 };
-// I7: 1.164, 1.793, 0.533, 0.213, 2.115.
-using I7Neg = Inv709<true, 14688, 17326, 4375, 1745, false>;
-using I7Pos = Inv709<true, 14688, 17326, 4375, 1745, true>;
-// IH: 1.540, 0.459, 0.183, 1.816.
-using IHNeg = Inv709<false, 12616, 14877, 3760, 1499, false>;
-using IHPos = Inv709<false, 12616, 14877, 3760, 1499, true>;
+// I7: studio range; IH: full-scale luma.
+using I7Neg = Inv709<true, k709::kCscInvQ13, false>;
+using I7Pos = Inv709<true, k709::kCscInvQ13, true>;
+using IHNeg = Inv709<false, k709::kHdtvInvQ13, false>;
+using IHPos = Inv709<false, k709::kHdtvInvQ13, true>;
 
 // ---------------------------------------------------------------------------
 // Inverse tail forms: 32-bit sums rounded by 32768, through CHOP_ARRAY
 // ---------------------------------------------------------------------------
 
-// S7: studio range, luma (Y-16) * 76284.
+// With u = Cb - 128, v = Cr - 128, the form's luma term y (rounding 32768
+// included) and Q16 factors K = {R of v, B of u, G of v, G of u}:
+//   R = y + K0 v, G = y - K3 u - K2 v, B = y + K1 u, each >> 16 through CHOP_ARRAY.
+template <const int (&K)[4]>
+inline void invTail(int y, int u, int v, int* out) {
+  out[0] = CHOP_ARRAY[(y + K[0] * v) >> 16];
+  out[1] = CHOP_ARRAY[(y - K[3] * u - K[2] * v) >> 16];
+  out[2] = CHOP_ARRAY[(y + K[1] * u) >> 16];
+}
+
+// S7: studio range, luma (Y-16) scaled by the studio gain.
 struct S7 {
   static void pixel(const int* in, int* out) {
-    const int y = 76284 * (in[0] - 16) + 32768;
-    const int u = in[1] - 128, v = in[2] - 128;
-    out[0] = CHOP_ARRAY[(y + 117506 * v) >> 16];
-    out[1] = CHOP_ARRAY[(y - 13959 * u - 34996 * v) >> 16];
-    out[2] = CHOP_ARRAY[(y + 138609 * u) >> 16];
+    invTail<k709::kCscInvQ16>(k709::kCscLumaGainQ16 * (in[0] - 16) + 32768, in[1] - 128, in[2] - 128, out);
   }
 };
 
 // SH: full-scale luma Y << 16.
 struct SH {
   static void pixel(const int* in, int* out) {
-    const int y = (in[0] << 16) + 32768;
-    const int u = in[1] - 128, v = in[2] - 128;
-    out[0] = CHOP_ARRAY[(y + 100925 * v) >> 16];
-    out[1] = CHOP_ARRAY[(y - 11993 * u - 30081 * v) >> 16];
-    out[2] = CHOP_ARRAY[(y + 119013 * u) >> 16];
+    invTail<k709::kHdtvInvQ16>((in[0] << 16) + 32768, in[1] - 128, in[2] - 128, out);
   }
 };
 

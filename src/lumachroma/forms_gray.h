@@ -80,7 +80,7 @@ constexpr int elemStep(int byteStep) {
 namespace gray {
 
 // The luma weights, as single-precision values.
-inline constexpr float kDefaultWeights[3] = {0.299f, 0.587f, 0.114f};
+inline constexpr const float (&kDefaultWeights)[3] = coef::gray::kWeightsF32;
 
 // Q15 integer of a weight for the 8u forms: trunc(double(w) * 32768 + 0.5).
 inline int q15(float w) { return cvtTrunc(double(w) * 32768.0 + 0.5); }
@@ -288,7 +288,7 @@ struct GrayQ15Block {
   uint8_t pixel(int c0, int c1, int c2) const {
     using namespace fx;
     const int s = addus16u(addus16u(addus16u(mulhi16u(c0 << 8, k[0]), mulhi16u(c1 << 8, k[1])),
-                                    mulhi16u(c2 << 8, k[2])), 64);
+                                    mulhi16u(c2 << 8, k[2])), coef::gray::kRoundX128);
     return uint8_t(clamp8(sra16(s, 7)));
   }
   // The lanes of pixel(): c holds the three samples << 8 (the loads put them
@@ -297,7 +297,7 @@ struct GrayQ15Block {
   V vblock(const V* c) const {
     const V s = O::addus16u(O::addus16u(O::addus16u(O::mulhi16u(c[0], O::set(k[0])), O::mulhi16u(c[1], O::set(k[1]))),
                                         O::mulhi16u(c[2], O::set(k[2]))),
-                            O::set(64));
+                            O::set(coef::gray::kRoundX128));
     return O::sra(s, 7);
   }
   // Pixels [x, n) of an N-channel row in groups of 2 * O::kLanes, through the
@@ -318,7 +318,7 @@ struct GrayQ15Tail {
   int k[3];
   uint8_t pixel(int c0, int c1, int c2) const {
     const uint32_t s = uint32_t(k[0]) * uint32_t(c0) + uint32_t(k[1]) * uint32_t(c1) +
-                       uint32_t(k[2]) * uint32_t(c2) + 16384u;
+                       uint32_t(k[2]) * uint32_t(c2) + uint32_t(coef::gray::kRoundQ15);
     return uint8_t(int32_t(s) >> 15);
   }
 };

@@ -13,7 +13,7 @@ namespace {
 // The Q15 weights of the 8u default path, as the driver computes them from the
 // default single-precision weights.
 constexpr int q15Const(float w) { return int(double(w) * 32768.0 + 0.5); }
-constexpr int kDefaultQ15[3] = {9798, 19235, 3736};
+constexpr const int (&kDefaultQ15)[3] = coef::gray::kWeightsQ15;
 static_assert(q15Const(kDefaultWeights[0]) == kDefaultQ15[0] && q15Const(kDefaultWeights[1]) == kDefaultQ15[1] &&
               q15Const(kDefaultWeights[2]) == kDefaultQ15[2]);
 

@@ -61,7 +61,8 @@ inline void store6(Lum16u* d, __m128i v) {
 // order of the destination's name.
 template <bool Bgr>
 struct Rgb565Form {
-  static constexpr float kRv = 1.54f, kGv = -0.459f, kGu = -0.183f, kBu = 1.816f;
+  static constexpr float kRv = coef::bt709::kV210Rv, kGv = coef::bt709::kV210Gv, kGu = coef::bt709::kV210Gu,
+                         kBu = coef::bt709::kV210Bu;
 
   static int clampTo(int v, int hi) { return v < 0 ? 0 : (v > hi ? hi : v); }
   static Lum16u merge(int r, int g, int b) {
