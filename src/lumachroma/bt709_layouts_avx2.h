@@ -6,6 +6,7 @@
 #pragma once
 
 #include "frame/lanes_avx2.h"
+#include "frame/layouts_avx2.h"
 #include "lumachroma/bt709_kernels.h"
 
 #if LUM_SIMD_SSE && defined(__AVX2__)
@@ -38,37 +39,11 @@ H hi(V v) { return _mm256_extracti128_si256(v, 1); }
 // Sixteen lanes (0..255) as sixteen bytes.
 H bytes(V v) { return _mm_packus_epi16(lo(v), hi(v)); }
 
-// The byte masks of 3-byte pixels, the same in both 128-bit halves.
+// A byte mask, the same in both 128-bit halves.
 V mask(int8_t a0, int8_t a1, int8_t a2, int8_t a3, int8_t a4, int8_t a5, int8_t a6, int8_t a7, int8_t a8, int8_t a9,
        int8_t a10, int8_t a11, int8_t a12, int8_t a13, int8_t a14, int8_t a15) {
   return _mm256_broadcastsi128_si256(
       _mm_setr_epi8(a0, a1, a2, a3, a4, a5, a6, a7, a8, a9, a10, a11, a12, a13, a14, a15));
-}
-
-// 48 bytes of sixteen 3-byte pixels split into the three byte positions as
-// 16-bit lanes: pixels 0..7 in the low half, 8..15 in the high half.
-void split3(const uint8_t* p, V out[3]) {
-  const V a = join(loadu(p), loadu(p + 24));       // bytes 0..15 | 24..39
-  const V b = join(load8(p + 16), load8(p + 40));  // bytes 16..23 | 40..47
-  out[0] = _mm256_or_si256(_mm256_shuffle_epi8(a, mask(0, Z, 3, Z, 6, Z, 9, Z, 12, Z, 15, Z, Z, Z, Z, Z)),
-                           _mm256_shuffle_epi8(b, mask(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 2, Z, 5, Z)));
-  out[1] = _mm256_or_si256(_mm256_shuffle_epi8(a, mask(1, Z, 4, Z, 7, Z, 10, Z, 13, Z, Z, Z, Z, Z, Z, Z)),
-                           _mm256_shuffle_epi8(b, mask(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 0, Z, 3, Z, 6, Z)));
-  out[2] = _mm256_or_si256(_mm256_shuffle_epi8(a, mask(2, Z, 5, Z, 8, Z, 11, Z, 14, Z, Z, Z, Z, Z, Z, Z)),
-                           _mm256_shuffle_epi8(b, mask(Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 1, Z, 4, Z, 7, Z)));
-}
-// Three sixteen-lane channels, narrowed with saturation, merged into 48 bytes of 3-byte pixels.
-void merge3(uint8_t* p, V c0, V c1, V c2) {
-  const V t = _mm256_packus_epi16(c0, c1);  // c0 0-7, c1 0-7 | c0 8-15, c1 8-15
-  const V c = _mm256_packus_epi16(c2, c2);  // c2 0-7 twice | c2 8-15 twice
-  const V first = _mm256_or_si256(_mm256_shuffle_epi8(t, mask(0, 8, Z, 1, 9, Z, 2, 10, Z, 3, 11, Z, 4, 12, Z, 5)),
-                                  _mm256_shuffle_epi8(c, mask(Z, Z, 0, Z, Z, 1, Z, Z, 2, Z, Z, 3, Z, Z, 4, Z)));
-  const V rest = _mm256_or_si256(_mm256_shuffle_epi8(t, mask(13, Z, 6, 14, Z, 7, 15, Z, Z, Z, Z, Z, Z, Z, Z, Z)),
-                                 _mm256_shuffle_epi8(c, mask(Z, 5, Z, Z, 6, Z, Z, 7, Z, Z, Z, Z, Z, Z, Z, Z)));
-  _mm_storeu_si128(reinterpret_cast<H*>(p), lo(first));
-  _mm_storel_epi64(reinterpret_cast<H*>(p + 16), lo(rest));
-  _mm_storeu_si128(reinterpret_cast<H*>(p + 24), hi(first));
-  _mm_storel_epi64(reinterpret_cast<H*>(p + 40), hi(rest));
 }
 
 // Sixteen pixels from x as three channels in the form's order (R G B or Y Cb Cr).
@@ -78,7 +53,7 @@ template <>
 struct Load<layout::BGR> {
   static void at(const SrcPlanes& s, int x, V out[3]) {
     V m[3];
-    split3(s.p[0] + 3 * x, m);
+    layout16::split3<layout16::Order::Natural, false>(s.p[0] + 3 * x, m);
     for (int k = 0; k < 3; ++k) out[2 - k] = m[k];  // memory B G R
   }
 };
@@ -134,7 +109,7 @@ struct Store;
 template <>
 struct Store<layout::BGR, Alpha::Keep> {
   static void at(const DstPlanes& d, int x, const V in[3], int) {
-    merge3(d.p[0] + 3 * x, in[2], in[1], in[0]);  // memory B G R
+    layout16::merge3(d.p[0] + 3 * x, in[2], in[1], in[0]);  // memory B G R
   }
 };
 template <>

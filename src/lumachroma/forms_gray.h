@@ -33,9 +33,7 @@ inline int32_t cvtNearest(float x) {
 #if LUM_SIMD_SSE
   return _mm_cvtss_si32(_mm_set_ss(x));
 #else
-  const float r = std::nearbyint(x);
-  if (!(r >= -2147483648.0f && r < 2147483648.0f)) return INT32_MIN;
-  return int32_t(r);
+  return lanes::emu::cvtNearest(x);
 #endif
 }
 
@@ -44,8 +42,7 @@ inline int32_t cvtTrunc(double x) {
 #if LUM_SIMD_SSE
   return _mm_cvttsd_si32(_mm_set_sd(x));
 #else
-  if (!(x > -2147483649.0 && x < 2147483648.0)) return INT32_MIN;
-  return int32_t(x);
+  return lanes::emu::cvtTrunc(x);
 #endif
 }
 
