@@ -191,6 +191,18 @@ struct Emu {
   static D subd(D a, D b) { return mapd(a, b, [](double x, double y) { return x - y; }); }
   static D muld(D a, D b) { return mapd(a, b, [](double x, double y) { return x * y; }); }
   static D divd(D a, D b) { return mapd(a, b, [](double x, double y) { return x / y; }); }
+
+  // ---- added for BT.709
+  // Wrapping sums of neighbouring 16-bit lanes, inside each 128-bit half: the
+  // half's first four lanes from a, the last four from b.
+  static V hadd16(V a, V b) {
+    V r;
+    for (int i = 0; i < 4; ++i) {
+      r.h[i] = int16_t(a.h[2 * i] + a.h[2 * i + 1]);
+      r.h[4 + i] = int16_t(b.h[2 * i] + b.h[2 * i + 1]);
+    }
+    return r;
+  }
 };
 
 #if LUM_SIMD_SSE
@@ -281,6 +293,9 @@ struct Sse {
   static D subd(D a, D b) { return _mm_sub_pd(a, b); }
   static D muld(D a, D b) { return _mm_mul_pd(a, b); }
   static D divd(D a, D b) { return _mm_div_pd(a, b); }
+
+  // ---- added for BT.709
+  static V hadd16(V a, V b) { return _mm_hadd_epi16(a, b); }
 };
 
 // The 128-bit set of this build: the register where there is one.

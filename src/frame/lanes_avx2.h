@@ -98,6 +98,9 @@ struct Avx2 {
   static D subd(D a, D b) { return _mm256_sub_pd(a, b); }
   static D muld(D a, D b) { return _mm256_mul_pd(a, b); }
   static D divd(D a, D b) { return _mm256_div_pd(a, b); }
+
+  // ---- added for BT.709
+  static V hadd16(V a, V b) { return _mm256_hadd_epi16(a, b); }
 };
 
 }  // namespace

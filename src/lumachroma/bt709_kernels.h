@@ -286,7 +286,7 @@ inline int cellGroups(const SrcPlanes& s0, const SrcPlanes& s1, uint8_t* y0, uin
     Io::luma(y0 + x, Block::template vy<O>(a0), Block::template vy<O>(a1));
     Io::luma(y1 + x, Block::template vy<O>(b0), Block::template vy<O>(b1));
     V sum[3], cc[2];
-    for (int k = 0; k < 3; ++k) sum[k] = Io::pairSums(O::add16(a0[k], b0[k]), O::add16(a1[k], b1[k]));
+    for (int k = 0; k < 3; ++k) sum[k] = Io::inOrder(O::hadd16(O::add16(a0[k], b0[k]), O::add16(a1[k], b1[k])));
     Block::template vchroma<O>(sum, cc);
     Io::template chroma<Sink>(c, x >> 1, cc);
   }
@@ -302,7 +302,7 @@ inline int pairGroups(const SrcPlanes& s, uint8_t* d, int x, int n) {
     Io::template load<Src>(s, x, a);
     Io::template load<Src>(s, x + O::kLanes, b);
     V sum[3], cc[2];
-    for (int k = 0; k < 3; ++k) sum[k] = Io::pairSums(a[k], b[k]);
+    for (int k = 0; k < 3; ++k) sum[k] = Io::inOrder(O::hadd16(a[k], b[k]));
     Block::template vchroma<O>(sum, cc);
     Io::template pairsOut<Al>(d + 2 * x, cc, Block::template vy<O>(a), Block::template vy<O>(b));
   }
@@ -348,8 +348,8 @@ struct Io128 {
     Src::load(s, x, v);
     for (int k = 0; k < 3; ++k) o[k] = v.v[k];
   }
-  // Sums of neighbouring lanes of a then b, in order.
-  static __m128i pairSums(__m128i a, __m128i b) { return _mm_hadd_epi16(a, b); }
+  // The lanes of hadd16(a, b) in pixel order: a register is one half.
+  static __m128i inOrder(__m128i v) { return v; }
   // Two vectors of luma as sixteen bytes.
   static void luma(uint8_t* p, __m128i a, __m128i b) {
     _mm_storeu_si128(reinterpret_cast<__m128i*>(p), _mm_packus_epi16(a, b));

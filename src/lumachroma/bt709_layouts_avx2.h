@@ -127,8 +127,8 @@ struct Store<layout::BGRA, Alpha::Aval> {
   }
 };
 
-// Horizontal sums of neighbouring lanes of a (pixels 0..15) and b (16..31), in order.
-V pairSums(V a, V b) { return _mm256_permute4x64_epi64(_mm256_hadd_epi16(a, b), 0xD8); }
+// The lanes of hadd16(a, b), a holding pixels 0..15 and b 16..31, put in pixel order.
+V inOrder(V v) { return _mm256_permute4x64_epi64(v, 0xD8); }
 // Thirty-two lanes of luma as 32 bytes, in order.
 V lumaBytes(V a, V b) { return _mm256_permute4x64_epi64(_mm256_packus_epi16(a, b), 0xD8); }
 
@@ -162,7 +162,7 @@ struct Io256 {
   static void store(const DstPlanes& d, int x, const V o[3], int aval) {
     io256::Store<Dst, A>::at(d, x, o, aval);
   }
-  static V pairSums(V a, V b) { return io256::pairSums(a, b); }
+  static V inOrder(V v) { return io256::inOrder(v); }
   // Two vectors of luma as 32 bytes.
   static void luma(uint8_t* p, V a, V b) { _mm256_storeu_si256(reinterpret_cast<V*>(p), io256::lumaBytes(a, b)); }
   template <class Sink>

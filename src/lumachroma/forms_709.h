@@ -1,7 +1,8 @@
 // Arithmetic forms of the BT.709 conversions, in two coefficient sets: 709CSC
 // (studio range, Y offset 16) and 709HDTV (full-scale luma, every forward code
 // held in 1..254). Each form is one recipe: the scalar functions are lane-exact,
-// and the vector overloads compute the same lanes on eight 16-bit lanes.
+// and the lane-set templates (v...<O>) compute the same lanes on any lane set.
+// The constants are those of coef::bt709 (frame/coeffs.h).
 //
 // Forward forms come in two parts, because chroma is made from sums over the
 // pixels that share it (a 2-by-2 cell or a 4:2:2 pair) while luma is per pixel:
