@@ -301,10 +301,11 @@ struct GrayQ15Block {
   // adaptors Io; returns the first pixel left.
   template <class O, class Io, int N>
   int groups(const uint8_t* s, uint8_t* d, int x, int n) const {
+    const GrayQ15Block f = *this;  // a local copy: no store can change the weights
     for (; x + 2 * O::kLanes <= n; x += 2 * O::kLanes) {
       typename O::V c[2][3];
       Io::template q15In<N>(s + N * x, c);
-      Io::q15Out(d + x, vblock<O>(c[0]), vblock<O>(c[1]));
+      Io::q15Out(d + x, f.template vblock<O>(c[0]), f.template vblock<O>(c[1]));
     }
     return x;
   }
@@ -345,10 +346,11 @@ struct GrayRoundF32 {
   // Pixels [x, n) in groups of O::kLanes (two halves of 32-bit lanes).
   template <class O, class Io, int N>
   int groups(const T* s, T* d, int x, int n) const {
+    const GrayRoundF32 f = *this;  // a local copy: no store can change the weights
     for (; x + O::kLanes <= n; x += O::kLanes) {
       typename O::V c[2][3];
       Io::template wordsIn<T, N>(s + N * x, c);
-      Io::template wordsOut<T>(d + x, vblock<O>(c[0]), vblock<O>(c[1]));
+      Io::template wordsOut<T>(d + x, f.template vblock<O>(c[0]), f.template vblock<O>(c[1]));
     }
     return x;
   }
@@ -366,10 +368,11 @@ struct GrayF32 {
   // Pixels [x, n) in groups of O::kLanes / 2 (the float lanes of a register).
   template <class O, class Io, int N>
   int groups(const float* s, float* d, int x, int n) const {
+    const GrayF32 f = *this;  // a local copy: no store can change the weights
     for (; x + O::kLanes / 2 <= n; x += O::kLanes / 2) {
       typename O::F c[3];
       Io::template floatsIn<N>(s + N * x, c);
-      O::storef(d + x, vblock<O>(c));
+      O::storef(d + x, f.template vblock<O>(c));
     }
     return x;
   }
