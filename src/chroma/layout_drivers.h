@@ -14,11 +14,13 @@
 #include <cstdint>
 #include <type_traits>
 
-#include "chroma/pair_layouts.h"
 #include "chroma/wide_blocks.h"
+#include "frame/pair_layouts.h"
 #include "kernels/primitives.h"
 
 namespace lum::chroma {
+
+using namespace lum::pairs;
 
 // ---- size classes ----------------------------------------------------------
 // Minimums and masks of the family. A class that does not test the height lets
@@ -143,7 +145,7 @@ inline Planes<T> rowsAt(const Planes<T>& img, int y, int cy) {
 enum class Vec { None, Sse, Wide };
 inline Vec vectorPath() {
   if (!useVector()) return Vec::None;
-  return wide::enabled() ? Vec::Wide : Vec::Sse;
+  return useWide() ? Vec::Wide : Vec::Sse;
 }
 
 // ---- pair by pair -----------------------------------------------------------
@@ -158,18 +160,8 @@ struct PairRow {
 #if LUM_SIMD_SSE
     if (v != Vec::None) {
       if (v == Vec::Wide) x = wide::pairBlocks<Src, Dst>(s.p[0], s.p[1], s.p[2], d.p[0], d.p[1], d.p[2], width, Stream);
-      for (; x + 32 <= width; x += 32) {
-        Pair16 a, b;
-        Src::template load<SrcAligned>(s, x, a);
-        Src::template load<SrcAligned>(s, x + 16, b);
-        Dst::template store<DstAligned, Stream>(d, x, a);
-        Dst::template store<DstAligned, Stream>(d, x + 16, b);
-      }
-      for (; x + 16 <= width; x += 16) {
-        Pair16 a;
-        Src::template load<SrcAligned>(s, x, a);
-        Dst::template store<DstAligned, Stream>(d, x, a);
-      }
+      x = moveBlocks<Src, Dst, Pair16, 2, SrcAligned, DstAligned, Stream>(s, d, x, width);
+      x = moveBlocks<Src, Dst, Pair16, 1, SrcAligned, DstAligned, Stream>(s, d, x, width);
     }
 #endif
     for (; x + 2 <= width; x += 2) {
@@ -212,18 +204,6 @@ inline void pairImage(LumSize roi, const SrcPlanes s, const DstPlanes d, bool st
 }
 
 // ---- packed to packed --------------------------------------------------------
-// Byte order of one 4-byte group of A rearranged into B's: mask[k] is the source
-// byte of destination byte k.
-template <class A, class B>
-constexpr std::array<int, 4> repackOrder() {
-  std::array<int, 4> m{};
-  m[B::kY0] = A::kY0;
-  m[B::kCb] = A::kCb;
-  m[B::kY1] = A::kY1;
-  m[B::kCr] = A::kCr;
-  return m;
-}
-
 // One packed row of width pixels (even) into another byte order: blocks of 8
 // pixels by one shuffle, then groups.
 template <class A, class B, bool Stream = false>
@@ -236,21 +216,8 @@ struct RepackRow {
 #if LUM_SIMD_SSE
     if (v != Vec::None) {
       if (v == Vec::Wide) i = wide::repackBlocks<A, B>(s, d, n, Stream);
-      const __m128i sh = _mm_setr_epi8(m[0], m[1], m[2], m[3], 4 + m[0], 4 + m[1], 4 + m[2], 4 + m[3],  //
-                                       8 + m[0], 8 + m[1], 8 + m[2], 8 + m[3], 12 + m[0], 12 + m[1], 12 + m[2],
-                                       12 + m[3]);
-      for (; i + 64 <= n; i += 64) {
-        const __m128i a = _mm_shuffle_epi8(bytes::load<16>(s + i), sh);
-        const __m128i b = _mm_shuffle_epi8(bytes::load<16>(s + i + 16), sh);
-        const __m128i c = _mm_shuffle_epi8(bytes::load<16>(s + i + 32), sh);
-        const __m128i e = _mm_shuffle_epi8(bytes::load<16>(s + i + 48), sh);
-        bytes::store<16, Stream, Stream>(d + i, a);
-        bytes::store<16, Stream, Stream>(d + i + 16, b);
-        bytes::store<16, Stream, Stream>(d + i + 32, c);
-        bytes::store<16, Stream, Stream>(d + i + 48, e);
-      }
-      for (; i + 16 <= n; i += 16)
-        bytes::store<16, Stream, Stream>(d + i, _mm_shuffle_epi8(bytes::load<16>(s + i), sh));
+      i = repackBlocks<Bytes128, A, B, 4, Stream>(s, d, i, n);
+      i = repackBlocks<Bytes128, A, B, 1, Stream>(s, d, i, n);
     }
 #endif
     for (; i + 4 <= n; i += 4) {
@@ -311,11 +278,7 @@ struct CopyRow {
 #if LUM_SIMD_SSE
       if (v != Vec::None) {
         if (v == Vec::Wide) j = wide::copyBlocks<SC, DC>(s.p[1], s.p[2], d.p[1], d.p[2], n);
-        for (; j + 16 <= n; j += 16) {
-          __m128i cb, cr;
-          SC::template get<16>(s, j, cb, cr);
-          DC::template put<16>(d, j, cb, cr);
-        }
+        j = copyBlocks<SC, DC, __m128i, 16>(s, d, j, n);
       }
 #endif
       for (; j < n; ++j) {
