@@ -8,6 +8,7 @@
 #include "chroma/layout_drivers.h"
 #include "frame/check.h"
 #include "frame/fixed_point.h"
+#include "frame/lanes.h"
 
 using namespace lum;
 using namespace lum::chroma;
@@ -20,11 +21,13 @@ inline int avg(int a, int b) {
   return Up ? fx::avg8(a, b) : (a + b) >> 1;
 }
 #if LUM_SIMD_SSE
-template <bool Up>
-inline __m128i avg(__m128i a, __m128i b) {
-  const __m128i up = _mm_avg_epu8(a, b);
+// The same of byte lanes: the rounded-up average, less one where it rounded
+// an odd sum up and Up is false.
+template <bool Up, class O = lanes::Sse, class W = typename O::V>
+inline W avgBytes(W a, W b) {
+  const W up = O::avg8(a, b);
   if constexpr (Up) return up;
-  else return _mm_sub_epi8(up, _mm_and_si128(_mm_xor_si128(a, b), _mm_set1_epi8(1)));
+  else return O::sub8(up, O::and_(O::xor_(a, b), O::splat8(1)));
 }
 // Even bytes of 32 bytes at p, in order.
 inline __m128i evens32(const uint8_t* p) {
@@ -68,7 +71,7 @@ struct EvenMean {
   void one(int j) const { d[j] = uint8_t(avg<Up>(a[2 * j], b[2 * j])); }
 #if LUM_SIMD_SSE
   template <bool Up>
-  void block(int j) const { bytes::store<16>(d + j, avg<Up>(evens32(a + 2 * j), evens32(b + 2 * j))); }
+  void block(int j) const { bytes::store<16>(d + j, avgBytes<Up>(evens32(a + 2 * j), evens32(b + 2 * j))); }
 #endif
 };
 
@@ -117,7 +120,7 @@ struct Expand {
 #if LUM_SIMD_SSE
   template <bool Up>
   void block(int j) const {
-    const __m128i x = bytes::load<16>(s + j), m = avg<Up>(x, bytes::load<16>(s + j + 1));
+    const __m128i x = bytes::load<16>(s + j), m = avgBytes<Up>(x, bytes::load<16>(s + j + 1));
     bytes::store<16>(d + 2 * j, _mm_unpacklo_epi8(x, m));
     bytes::store<16>(d + 2 * j + 16, _mm_unpackhi_epi8(x, m));
   }
@@ -167,8 +170,8 @@ struct ExpandBetween {
   template <bool Up>
   void block(int j) const {
     const __m128i a = bytes::load<16>(s + j), b = bytes::load<16>(t + j);
-    const __m128i ha = avg<Up>(a, bytes::load<16>(s + j + 1)), hb = avg<Up>(b, bytes::load<16>(t + j + 1));
-    const __m128i even = avg<Up>(a, b), odd = avg<Up>(ha, hb);
+    const __m128i ha = avgBytes<Up>(a, bytes::load<16>(s + j + 1)), hb = avgBytes<Up>(b, bytes::load<16>(t + j + 1));
+    const __m128i even = avgBytes<Up>(a, b), odd = avgBytes<Up>(ha, hb);
     bytes::store<16>(d + 2 * j, _mm_unpacklo_epi8(even, odd));
     bytes::store<16>(d + 2 * j + 16, _mm_unpackhi_epi8(even, odd));
   }

@@ -98,6 +98,14 @@ struct Avx2 {
   static D subd(D a, D b) { return _mm256_sub_pd(a, b); }
   static D muld(D a, D b) { return _mm256_mul_pd(a, b); }
   static D divd(D a, D b) { return _mm256_div_pd(a, b); }
+
+  // ---- added for the chroma layouts
+  static V avg8(V a, V b) { return _mm256_avg_epu8(a, b); }
+  static V sub8(V a, V b) { return _mm256_sub_epi8(a, b); }
+  static V maddubs16(V a, V b) { return _mm256_maddubs_epi16(a, b); }
+  static V packus16(V lo, V hi) { return _mm256_packus_epi16(lo, hi); }
+  static V zipLo8(V a, V b) { return _mm256_unpacklo_epi8(a, b); }
+  static V zipHi8(V a, V b) { return _mm256_unpackhi_epi8(a, b); }
 };
 
 }  // namespace
