@@ -148,6 +148,23 @@ inline Vec vectorPath() {
   return useWide() ? Vec::Wide : Vec::Sse;
 }
 
+// The row driver: row(y, v, streamed) for y = 0 .. rows - 1 with the blocks v
+// chosen once, streamed a std::bool_constant of the streaming choice. A
+// streamed call (vector builds only) ends with a store fence.
+template <class RowFn>
+inline void eachRow(int rows, bool stream, RowFn&& row) {
+  const Vec v = vectorPath();
+#if LUM_SIMD_SSE
+  if (stream) {
+    for (int y = 0; y < rows; ++y) row(y, v, std::true_type{});
+    _mm_sfence();
+    return;
+  }
+#endif
+  (void)stream;
+  for (int y = 0; y < rows; ++y) row(y, v, std::false_type{});
+}
+
 // ---- pair by pair -----------------------------------------------------------
 // One row of width pixels (even): blocks of 32 pixels (256-bit where the call
 // chose them), then of 16, then pairs. The flags choose aligned loads, aligned
@@ -179,28 +196,18 @@ struct PairRow {
 // that all start on 16 bytes; Aligned promises 16-byte packed and luma rows.
 template <class Src, class Dst, int SrcV, int DstV, bool Aligned = false>
 inline void pairImage(LumSize roi, const SrcPlanes s, const DstPlanes d, bool stream = false) {
-  const Vec v = vectorPath();
-  (void)stream;
-  for (int y = 0; y < roi.height; ++y) {
+  eachRow(roi.height, stream, [&](int y, Vec v, auto streamed) {
     const SrcPlanes sr = rowsAt(s, y, y / SrcV);
     const DstPlanes dr = rowsAt(d, y, y / DstV);
     if constexpr (DstV == 2) {
       if (y & 1) {
         PairRow<Src, LumaOnly<Dst>, Aligned, Aligned>::run(sr, dr, roi.width, v);
-        continue;
+        return;
       }
     }
-#if LUM_SIMD_SSE
-    if (stream) {
-      PairRow<Src, Dst, Aligned, true, true>::run(sr, dr, roi.width, v);
-      continue;
-    }
-#endif
-    PairRow<Src, Dst, Aligned, Aligned>::run(sr, dr, roi.width, v);
-  }
-#if LUM_SIMD_SSE
-  if (stream) _mm_sfence();
-#endif
+    if constexpr (decltype(streamed)::value) PairRow<Src, Dst, Aligned, true, true>::run(sr, dr, roi.width, v);
+    else PairRow<Src, Dst, Aligned, Aligned>::run(sr, dr, roi.width, v);
+  });
 }
 
 // ---- packed to packed --------------------------------------------------------
@@ -231,16 +238,9 @@ struct RepackRow {
 // whose rows all start on 16 bytes.
 template <class A, class B>
 inline void repackImage(LumSize roi, const Lum8u* s, int ss, Lum8u* d, int ds, bool stream) {
-  const Vec v = vectorPath();
-#if LUM_SIMD_SSE
-  if (stream) {
-    for (int y = 0; y < roi.height; ++y) RepackRow<A, B, true>::run(rowAt(s, y, ss), rowAt(d, y, ds), roi.width, v);
-    _mm_sfence();
-    return;
-  }
-#endif
-  (void)stream;
-  for (int y = 0; y < roi.height; ++y) RepackRow<A, B>::run(rowAt(s, y, ss), rowAt(d, y, ds), roi.width, v);
+  eachRow(roi.height, stream, [&](int y, Vec v, auto streamed) {
+    RepackRow<A, B, decltype(streamed)::value>::run(rowAt(s, y, ss), rowAt(d, y, ds), roi.width, v);
+  });
 }
 
 // ---- planar to planar ----------------------------------------------------------
@@ -361,46 +361,29 @@ struct UnzipRow {
 // source row twice (4:2:0 to 4:2:2).
 template <class SC, class DC, int Num, int Den>
 inline void copyChromaRows(int dstRows, int n, const SrcPlanes& s, const DstPlanes& d) {
-  const Vec v = vectorPath();
-  for (int r = 0; r < dstRows; ++r) CopyRow<SC, DC>::run(chromaRow(s, r * Num / Den), chromaRow(d, r), n, v);
+  eachRow(dstRows, false,
+          [&](int r, Vec v, auto) { CopyRow<SC, DC>::run(chromaRow(s, r * Num / Den), chromaRow(d, r), n, v); });
 }
 
-// 4:2:2 to 4:1:1 rows: sample j of a destination row is sample 2j of its source
-// row; the odd samples are never read.
-template <class SC, class DC>
-inline void dropOddChroma(int rows, int n, const SrcPlanes& s, const DstPlanes& d) {
-  const Vec v = vectorPath();
-  for (int r = 0; r < rows; ++r) {
-    const DstPlanes dr = chromaRow(d, r);
-    UnzipRow<SC, DC, false>::run(chromaRow(s, r), dr, dr, n, v);
-  }
+// Source chroma row k of 2n samples split into destination rows Fan * k ..
+// Fan * k + Fan - 1 of n. Fan 1 (4:2:2 to 4:1:1): sample j of the row is sample
+// 2j of the source, the odd samples are never read. Fan 2 (4:2:0 to 4:1:1,
+// losing nothing): sample 2j goes to row 2k, sample 2j + 1 to row 2k + 1.
+template <class SC, class DC, int Fan>
+inline void unzipChroma(int srcRows, int n, const SrcPlanes& s, const DstPlanes& d) {
+  eachRow(srcRows, false, [&](int k, Vec v, auto) {
+    UnzipRow<SC, DC, Fan == 2>::run(chromaRow(s, k), chromaRow(d, Fan * k), chromaRow(d, Fan * k + Fan - 1), n, v);
+  });
 }
 
-// 4:1:1 to 4:2:2 rows: sample j of a source row fills samples 2j and 2j + 1.
-template <class SC, class DC>
-inline void repeatChroma(int rows, int n, const SrcPlanes& s, const DstPlanes& d) {
-  const Vec v = vectorPath();
-  for (int r = 0; r < rows; ++r) {
-    const SrcPlanes sr = chromaRow(s, r);
-    ZipRow<SC, DC>::run(sr, sr, chromaRow(d, r), n, v);
-  }
-}
-
-// 4:2:0 to 4:1:1, losing nothing: sample 2j of 4:2:0 row k becomes sample j of
-// 4:1:1 row 2k, sample 2j + 1 sample j of row 2k + 1. n is the 4:1:1 row length.
-template <class SC, class DC>
-inline void chroma420To411(int srcRows, int n, const SrcPlanes& s, const DstPlanes& d) {
-  const Vec v = vectorPath();
-  for (int k = 0; k < srcRows; ++k)
-    UnzipRow<SC, DC, true>::run(chromaRow(s, k), chromaRow(d, 2 * k), chromaRow(d, 2 * k + 1), n, v);
-}
-
-// The exact inverse: 4:1:1 rows 2k and 2k + 1 interleave into 4:2:0 row k.
-template <class SC, class DC>
-inline void chroma411To420(int dstRows, int n, const SrcPlanes& s, const DstPlanes& d) {
-  const Vec v = vectorPath();
-  for (int k = 0; k < dstRows; ++k)
-    ZipRow<SC, DC>::run(chromaRow(s, 2 * k), chromaRow(s, 2 * k + 1), chromaRow(d, k), n, v);
+// The inverse: destination chroma row k of 2n samples interleaves source rows
+// Fan * k and Fan * k + Fan - 1 of n. Fan 1 (4:1:1 to 4:2:2): every sample
+// fills samples 2j and 2j + 1. Fan 2 (4:1:1 to 4:2:0): rows 2k and 2k + 1.
+template <class SC, class DC, int Fan>
+inline void zipChroma(int dstRows, int n, const SrcPlanes& s, const DstPlanes& d) {
+  eachRow(dstRows, false, [&](int k, Vec v, auto) {
+    ZipRow<SC, DC>::run(chromaRow(s, Fan * k), chromaRow(s, Fan * k + Fan - 1), chromaRow(d, k), n, v);
+  });
 }
 
 }  // namespace lum::chroma
