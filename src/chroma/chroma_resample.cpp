@@ -5,6 +5,7 @@
 // half down. The block lengths below therefore decide results; the vector code
 // inside a block may be of any width, and its scalar twin is the per-sample rule
 // with the same rounding.
+#include "chroma/filter_rows.h"
 #include "chroma/layout_drivers.h"
 #include "frame/check.h"
 #include "frame/fixed_point.h"
@@ -21,13 +22,11 @@ inline int avg(int a, int b) {
   return Up ? fx::avg8(a, b) : (a + b) >> 1;
 }
 #if LUM_SIMD_SSE
-// The same of byte lanes: the rounded-up average, less one where it rounded
-// an odd sum up and Up is false.
+// The same of byte lanes.
 template <bool Up, class O = lanes::Sse, class W = typename O::V>
 inline W avgBytes(W a, W b) {
-  const W up = O::avg8(a, b);
-  if constexpr (Up) return up;
-  else return O::sub8(up, O::and_(O::xor_(a, b), O::splat8(1)));
+  if constexpr (Up) return O::avg8(a, b);
+  else return vrow::avgDown8<O>(a, b);
 }
 // Even bytes of 32 bytes at p, in order.
 inline __m128i evens32(const uint8_t* p) {

@@ -86,7 +86,7 @@ struct ChromaSum {
 #if LUM_SIMD_SSE
   template <class O, class W = typename O::V>
   static W block(const W* v) {
-    return O::sub8(O::avg8(v[0], v[1]), O::and_(O::xor_(v[0], v[1]), O::splat8(1)));
+    return avgDown8<O>(v[0], v[1]);
   }
 #endif
 };

@@ -123,6 +123,13 @@ inline Rows<Reader, int(N)> rowsOf(const std::array<const uint8_t*, N>& rows) {
 // Forms shared by the families
 // ---------------------------------------------------------------------------
 
+// (a + b) >> 1 of unsigned byte lanes: the rounded-up average, less one where
+// the sum is odd.
+template <class O, class W = typename O::V>
+inline W avgDown8(W a, W b) {
+  return O::sub8(O::avg8(a, b), O::and_(O::xor_(a, b), O::splat8(1)));
+}
+
 // The first row's sample, unchanged.
 struct Copy {
   static int pixel(const int* v) { return v[0]; }
