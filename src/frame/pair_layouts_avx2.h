@@ -3,7 +3,7 @@
 // lives in an unnamed namespace, so every block instantiated with it stays in
 // those files. Where the shuffles work inside each 128-bit half they are the
 // 128-bit ones twice; q0213, the cross-half lane moves and the 16-byte
-// streaming halves are the 256-bit specialities.
+// streaming halves belong to the 256-bit width alone.
 #pragma once
 
 #include "frame/pair_layouts.h"
