@@ -10,6 +10,7 @@
 #include "frame/check.h"
 #include "frame/fixed_point.h"
 #include "frame/lanes.h"
+#include "frame/window.h"
 
 using namespace lum;
 using namespace lum::chroma;
@@ -85,16 +86,15 @@ void yuv420toyuv411_sse2_asm(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int ds
   const int up = n & ~31;  // outputs covered by blocks of 32
   // A region two rows high has one input row: it is the last, and no regular
   // pass runs (a regular pass would read a row below the region).
-  for (int r = 0; r + 1 < rows; ++r) {
-    const uint8_t* a = rowAt(pSrc, r, srcStep);
-    const uint8_t* b = rowAt(pSrc, r + 1, srcStep);
-    uint8_t* d0 = rowAt(pDst, 2 * r, dstStep);
-    uint8_t* d1 = rowAt(pDst, 2 * r + 1, dstStep);
-    span<EvenCopy, true>(EvenCopy{a, d0}, 0, n, vec);
-    const EvenMean mean{a, b, d1};
-    span<EvenMean, true>(mean, 0, up, vec);
-    span<EvenMean, false>(mean, up, n, vec);
-  }
+  window::eachRow(window::Plane{pSrc, srcStep}, 0, rows - 1, std::array{0, 1}, window::Inside{},
+                  [&](int r, const std::array<const uint8_t*, 2>& in) {
+                    uint8_t* d0 = rowAt(pDst, 2 * r, dstStep);
+                    uint8_t* d1 = rowAt(pDst, 2 * r + 1, dstStep);
+                    span<EvenCopy, true>(EvenCopy{in[0], d0}, 0, n, vec);
+                    const EvenMean mean{in[0], in[1], d1};
+                    span<EvenMean, true>(mean, 0, up, vec);
+                    span<EvenMean, false>(mean, up, n, vec);
+                  });
   const uint8_t* last = rowAt(pSrc, rows - 1, srcStep);
   span<EvenCopy, true>(EvenCopy{last, rowAt(pDst, 2 * rows - 2, dstStep)}, 0, n, vec);
   span<EvenCopy, true>(EvenCopy{last, rowAt(pDst, 2 * rows - 1, dstStep)}, 0, n, vec);
@@ -202,16 +202,16 @@ void yvu1620toyuv420_sse2_asm(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int d
   const bool vec = useVector();
   const int n = width / 4, rows = height / 4;
   const int up = roundUpInputs(n);
-  for (int r = 0; r + 1 < rows; ++r) {
-    const uint8_t* s = rowAt(pSrc, r, srcStep);
-    const uint8_t* t = rowAt(pSrc, r + 1, srcStep);
-    uint8_t* d1 = rowAt(pDst, 2 * r + 1, dstStep);
-    expandRow(s, rowAt(pDst, 2 * r, dstStep), n, vec);
-    const ExpandBetween e{s, t, d1};
-    span<ExpandBetween, true>(e, 0, up, vec);
-    span<ExpandBetween, false>(e, up, n - 1, vec);
-    d1[2 * n - 2] = d1[2 * n - 1] = uint8_t(avg<false>(s[n - 1], t[n - 1]));
-  }
+  window::eachRow(window::Plane{pSrc, srcStep}, 0, rows - 1, std::array{0, 1}, window::Inside{},
+                  [&](int r, const std::array<const uint8_t*, 2>& in) {
+                    const uint8_t *s = in[0], *t = in[1];
+                    uint8_t* d1 = rowAt(pDst, 2 * r + 1, dstStep);
+                    expandRow(s, rowAt(pDst, 2 * r, dstStep), n, vec);
+                    const ExpandBetween e{s, t, d1};
+                    span<ExpandBetween, true>(e, 0, up, vec);
+                    span<ExpandBetween, false>(e, up, n - 1, vec);
+                    d1[2 * n - 2] = d1[2 * n - 1] = uint8_t(avg<false>(s[n - 1], t[n - 1]));
+                  });
   const uint8_t* s = rowAt(pSrc, rows - 1, srcStep);
   expandRow(s, rowAt(pDst, 2 * rows - 2, dstStep), n, vec);
   span<Repeat, true>(Repeat{s, rowAt(pDst, 2 * rows - 1, dstStep)}, 0, n, vec);

@@ -9,6 +9,7 @@
 #include "frame/fixed_point.h"
 #include "frame/kernel.h"
 #include "frame/lanes.h"
+#include "frame/window.h"
 #include "frame/chop.h"
 
 using namespace lum;
@@ -137,13 +138,15 @@ void myYCrCb420ToBGR_8u_P3C4R(const Lum8u* const src[3], const int srcStep[3], L
                               int h, Lum8u alpha) {
   const RowCtx c{alpha};
   for (int k = 0; k < h / 2; ++k) {
+    const auto luma = window::from<2>(window::Plane{src[0], srcStep[0]}, 2 * k);
+    const auto out = window::from<2>(window::Plane{dst, dstStep}, 2 * k);
     SrcPlanes s[2];
     DstPlanes d[2];
     for (int row = 0; row < 2; ++row) {
-      s[row].p[0] = rowAt(src[0], 2 * k + row, srcStep[0]);
+      s[row].p[0] = luma[row];
       s[row].p[1] = rowAt(src[2], k, srcStep[2]);
       s[row].p[2] = rowAt(src[1], k, srcStep[1]);
-      d[row].p[0] = rowAt(dst, 2 * k + row, dstStep);
+      d[row].p[0] = out[row];
     }
     innerYCrCb420ToBGR(s, d, w / 2 - 1, c);
   }
