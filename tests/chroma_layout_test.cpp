@@ -7,7 +7,6 @@
 #include <cstring>
 #include <tuple>
 
-#include "chroma/wide_blocks.h"
 #include "frame/simd.h"
 #include "lumcc.h"
 #include "support/family.h"
@@ -362,7 +361,7 @@ TEST(ChromaLayout, EverySampleLandsWhereItsLayoutSays) {
       if (s.width < c.fc.minWidth || s.height < c.fc.minHeight) continue;
       checkAgainstMap(c, s);
       {
-        lum::chroma::wide::NarrowScope narrow;
+        lum::NarrowScope narrow;
         checkAgainstMap(c, s);
       }
       {
@@ -376,7 +375,7 @@ TEST(ChromaLayout, EverySampleLandsWhereItsLayoutSays) {
 
 TEST(ChromaLayout, VectorBlocksMatchScalarTwinsAtEveryWidth) {
   for (const auto& c : cases()) checkVectorMatchesScalar(c.fc, blockWidths(), 8);
-  lum::chroma::wide::NarrowScope narrow;
+  lum::NarrowScope narrow;
   for (const auto& c : cases()) checkVectorMatchesScalar(c.fc, blockWidths(), 4);
 }
 
@@ -457,7 +456,7 @@ TEST(ChromaLayout, StreamingStoresWriteTheSameBytes) {
       if (c.fc.name == name) {
         ++found;
         checkAlignmentInvariance(c.fc, {1028}, 452);
-        lum::chroma::wide::NarrowScope narrow;
+        lum::NarrowScope narrow;
         checkAlignmentInvariance(c.fc, {1028}, 452);
       }
   EXPECT_EQ(found, 8);

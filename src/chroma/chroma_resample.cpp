@@ -5,9 +5,12 @@
 // half down. The block lengths below therefore decide results; the vector code
 // inside a block may be of any width, and its scalar twin is the per-sample rule
 // with the same rounding.
+#include "chroma/filter_rows.h"
 #include "chroma/layout_drivers.h"
 #include "frame/check.h"
 #include "frame/fixed_point.h"
+#include "frame/lanes.h"
+#include "frame/window.h"
 
 using namespace lum;
 using namespace lum::chroma;
@@ -20,11 +23,11 @@ inline int avg(int a, int b) {
   return Up ? fx::avg8(a, b) : (a + b) >> 1;
 }
 #if LUM_SIMD_SSE
-template <bool Up>
-inline __m128i avg(__m128i a, __m128i b) {
-  const __m128i up = _mm_avg_epu8(a, b);
-  if constexpr (Up) return up;
-  else return _mm_sub_epi8(up, _mm_and_si128(_mm_xor_si128(a, b), _mm_set1_epi8(1)));
+// The same of byte lanes.
+template <bool Up, class O = lanes::Sse, class W = typename O::V>
+inline W avgBytes(W a, W b) {
+  if constexpr (Up) return O::avg8(a, b);
+  else return vrow::avgDown8<O>(a, b);
 }
 // Even bytes of 32 bytes at p, in order.
 inline __m128i evens32(const uint8_t* p) {
@@ -68,7 +71,7 @@ struct EvenMean {
   void one(int j) const { d[j] = uint8_t(avg<Up>(a[2 * j], b[2 * j])); }
 #if LUM_SIMD_SSE
   template <bool Up>
-  void block(int j) const { bytes::store<16>(d + j, avg<Up>(evens32(a + 2 * j), evens32(b + 2 * j))); }
+  void block(int j) const { bytes::store<16>(d + j, avgBytes<Up>(evens32(a + 2 * j), evens32(b + 2 * j))); }
 #endif
 };
 
@@ -83,16 +86,15 @@ void yuv420toyuv411_sse2_asm(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int ds
   const int up = n & ~31;  // outputs covered by blocks of 32
   // A region two rows high has one input row: it is the last, and no regular
   // pass runs (a regular pass would read a row below the region).
-  for (int r = 0; r + 1 < rows; ++r) {
-    const uint8_t* a = rowAt(pSrc, r, srcStep);
-    const uint8_t* b = rowAt(pSrc, r + 1, srcStep);
-    uint8_t* d0 = rowAt(pDst, 2 * r, dstStep);
-    uint8_t* d1 = rowAt(pDst, 2 * r + 1, dstStep);
-    span<EvenCopy, true>(EvenCopy{a, d0}, 0, n, vec);
-    const EvenMean mean{a, b, d1};
-    span<EvenMean, true>(mean, 0, up, vec);
-    span<EvenMean, false>(mean, up, n, vec);
-  }
+  window::eachRow(window::Plane{pSrc, srcStep}, 0, rows - 1, std::array{0, 1}, window::Inside{},
+                  [&](int r, const std::array<const uint8_t*, 2>& in) {
+                    uint8_t* d0 = rowAt(pDst, 2 * r, dstStep);
+                    uint8_t* d1 = rowAt(pDst, 2 * r + 1, dstStep);
+                    span<EvenCopy, true>(EvenCopy{in[0], d0}, 0, n, vec);
+                    const EvenMean mean{in[0], in[1], d1};
+                    span<EvenMean, true>(mean, 0, up, vec);
+                    span<EvenMean, false>(mean, up, n, vec);
+                  });
   const uint8_t* last = rowAt(pSrc, rows - 1, srcStep);
   span<EvenCopy, true>(EvenCopy{last, rowAt(pDst, 2 * rows - 2, dstStep)}, 0, n, vec);
   span<EvenCopy, true>(EvenCopy{last, rowAt(pDst, 2 * rows - 1, dstStep)}, 0, n, vec);
@@ -117,7 +119,7 @@ struct Expand {
 #if LUM_SIMD_SSE
   template <bool Up>
   void block(int j) const {
-    const __m128i x = bytes::load<16>(s + j), m = avg<Up>(x, bytes::load<16>(s + j + 1));
+    const __m128i x = bytes::load<16>(s + j), m = avgBytes<Up>(x, bytes::load<16>(s + j + 1));
     bytes::store<16>(d + 2 * j, _mm_unpacklo_epi8(x, m));
     bytes::store<16>(d + 2 * j + 16, _mm_unpackhi_epi8(x, m));
   }
@@ -167,8 +169,8 @@ struct ExpandBetween {
   template <bool Up>
   void block(int j) const {
     const __m128i a = bytes::load<16>(s + j), b = bytes::load<16>(t + j);
-    const __m128i ha = avg<Up>(a, bytes::load<16>(s + j + 1)), hb = avg<Up>(b, bytes::load<16>(t + j + 1));
-    const __m128i even = avg<Up>(a, b), odd = avg<Up>(ha, hb);
+    const __m128i ha = avgBytes<Up>(a, bytes::load<16>(s + j + 1)), hb = avgBytes<Up>(b, bytes::load<16>(t + j + 1));
+    const __m128i even = avgBytes<Up>(a, b), odd = avgBytes<Up>(ha, hb);
     bytes::store<16>(d + 2 * j, _mm_unpacklo_epi8(even, odd));
     bytes::store<16>(d + 2 * j + 16, _mm_unpackhi_epi8(even, odd));
   }
@@ -200,16 +202,16 @@ void yvu1620toyuv420_sse2_asm(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int d
   const bool vec = useVector();
   const int n = width / 4, rows = height / 4;
   const int up = roundUpInputs(n);
-  for (int r = 0; r + 1 < rows; ++r) {
-    const uint8_t* s = rowAt(pSrc, r, srcStep);
-    const uint8_t* t = rowAt(pSrc, r + 1, srcStep);
-    uint8_t* d1 = rowAt(pDst, 2 * r + 1, dstStep);
-    expandRow(s, rowAt(pDst, 2 * r, dstStep), n, vec);
-    const ExpandBetween e{s, t, d1};
-    span<ExpandBetween, true>(e, 0, up, vec);
-    span<ExpandBetween, false>(e, up, n - 1, vec);
-    d1[2 * n - 2] = d1[2 * n - 1] = uint8_t(avg<false>(s[n - 1], t[n - 1]));
-  }
+  window::eachRow(window::Plane{pSrc, srcStep}, 0, rows - 1, std::array{0, 1}, window::Inside{},
+                  [&](int r, const std::array<const uint8_t*, 2>& in) {
+                    const uint8_t *s = in[0], *t = in[1];
+                    uint8_t* d1 = rowAt(pDst, 2 * r + 1, dstStep);
+                    expandRow(s, rowAt(pDst, 2 * r, dstStep), n, vec);
+                    const ExpandBetween e{s, t, d1};
+                    span<ExpandBetween, true>(e, 0, up, vec);
+                    span<ExpandBetween, false>(e, up, n - 1, vec);
+                    d1[2 * n - 2] = d1[2 * n - 1] = uint8_t(avg<false>(s[n - 1], t[n - 1]));
+                  });
   const uint8_t* s = rowAt(pSrc, rows - 1, srcStep);
   expandRow(s, rowAt(pDst, 2 * rows - 2, dstStep), n, vec);
   span<Repeat, true>(Repeat{s, rowAt(pDst, 2 * rows - 1, dstStep)}, 0, n, vec);

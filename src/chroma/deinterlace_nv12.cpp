@@ -23,15 +23,12 @@ using fx::avg8;
 // written), s0, s1 for the top row, p, q for the bottom row; chroma rows k, k+1.
 // ---------------------------------------------------------------------------
 
-#if LUM_SIMD_SSE
-inline V avgUp(V a, V b) { return _mm_avg_epu8(a, b); }
-#endif
-
 // M in blocks: avgUp(avgUp(c, a), avgUp(c, b)).
 struct MidAvg {
   static int pixel(const int* v) { return avg8(avg8(v[1], v[0]), avg8(v[1], v[2])); }
 #if LUM_SIMD_SSE
-  static V block(const V* v) { return avgUp(avgUp(v[1], v[0]), avgUp(v[1], v[2])); }
+  template <class O, class W = typename O::V>
+  static W block(const W* v) { return O::avg8(O::avg8(v[1], v[0]), O::avg8(v[1], v[2])); }
 #endif
 };
 // M in scalar samples: (a + 2c + b) >> 2; Bias 4 is the whole-frame packed kernel's.
@@ -46,7 +43,8 @@ using MidSumBias = MidSumOf<4>;
 struct TopAvg {
   static int pixel(const int* v) { return avg8(avg8(v[1], v[0]), v[0]); }
 #if LUM_SIMD_SSE
-  static V block(const V* v) { return avgUp(avgUp(v[1], v[0]), v[0]); }
+  template <class O, class W = typename O::V>
+  static W block(const W* v) { return O::avg8(O::avg8(v[1], v[0]), v[0]); }
 #endif
 };
 // T in scalar samples: (3 s0 + s1) >> 2.
@@ -61,7 +59,8 @@ using TopSumBias = TopSumOf<4>;
 struct BotAvg {
   static int pixel(const int* v) { return avg8(avg8(v[0], v[1]), v[1]); }
 #if LUM_SIMD_SSE
-  static V block(const V* v) { return avgUp(avgUp(v[0], v[1]), v[1]); }
+  template <class O, class W = typename O::V>
+  static W block(const W* v) { return O::avg8(O::avg8(v[0], v[1]), v[1]); }
 #endif
 };
 // B in scalar samples: (p + 3q) >> 2.
@@ -76,7 +75,8 @@ using BotSumBias = BotSumOf<4>;
 struct ChromaAvg {
   static int pixel(const int* v) { return avg8(v[0], v[1]); }
 #if LUM_SIMD_SSE
-  static V block(const V* v) { return avgUp(v[0], v[1]); }
+  template <class O, class W = typename O::V>
+  static W block(const W* v) { return O::avg8(v[0], v[1]); }
 #endif
 };
 // C in scalar samples: (c(k) + c(k+1)) >> 1. Its vector block computes the same
@@ -84,8 +84,9 @@ struct ChromaAvg {
 struct ChromaSum {
   static int pixel(const int* v) { return CHOP_ARRAY[(v[0] + v[1]) >> 1]; }
 #if LUM_SIMD_SSE
-  static V block(const V* v) {
-    return _mm_sub_epi8(avgUp(v[0], v[1]), _mm_and_si128(_mm_xor_si128(v[0], v[1]), _mm_set1_epi8(1)));
+  template <class O, class W = typename O::V>
+  static W block(const W* v) {
+    return avgDown8<O>(v[0], v[1]);
   }
 #endif
 };
@@ -99,11 +100,12 @@ struct Nv12 {
   int yStep;
   const Lum8u* uv;
   int uvStep;
-  // Luma rows first .. first + N - 1; chroma rows likewise.
+  // Luma rows first .. first + N - 1; chroma rows likewise (first may be
+  // negative: slices reach back above their origin).
   template <int N>
-  Rows<Bytes, N> luma(int first) const { return rowsFrom<N>(y, yStep, first); }
+  Rows<Bytes, N> luma(int first) const { return rowsOf(window::from<N>(window::Plane{y, yStep}, first)); }
   template <int N>
-  Rows<Bytes, N> chroma(int first) const { return rowsFrom<N>(uv, uvStep, first); }
+  Rows<Bytes, N> chroma(int first) const { return rowsOf(window::from<N>(window::Plane{uv, uvStep}, first)); }
 };
 
 struct Yv12 {

@@ -20,14 +20,16 @@ namespace {
 struct Tap4 {
   static int pixel(const int* v) { return fx::clamp8((9 * (v[1] + v[2]) - v[0] - v[3] + 8) >> 4); }
 #if LUM_SIMD_SSE
-  static V half(V ba, V cd) {
-    const V w = _mm_set1_epi16(int16_t(9 | (0xFF << 8)));  // byte weights 9, -1
-    const V s = _mm_add_epi16(_mm_maddubs_epi16(ba, w), _mm_maddubs_epi16(cd, w));
-    return _mm_srai_epi16(_mm_add_epi16(s, _mm_set1_epi16(8)), 4);
+  template <class O, class W = typename O::V>
+  static W half(W ba, W cd) {
+    const W w = O::set(9 | (0xFF << 8));  // byte weights 9, -1
+    const W s = O::add16(O::maddubs16(ba, w), O::maddubs16(cd, w));
+    return O::sra(O::add16(s, O::set(8)), 4);
   }
-  static V block(const V* v) {
-    return _mm_packus_epi16(half(_mm_unpacklo_epi8(v[1], v[0]), _mm_unpacklo_epi8(v[2], v[3])),
-                            half(_mm_unpackhi_epi8(v[1], v[0]), _mm_unpackhi_epi8(v[2], v[3])));
+  template <class O, class W = typename O::V>
+  static W block(const W* v) {
+    return O::packus16(half<O>(O::zipLo8(v[1], v[0]), O::zipLo8(v[2], v[3])),
+                       half<O>(O::zipHi8(v[1], v[0]), O::zipHi8(v[2], v[3])));
   }
 #endif
 };
@@ -45,8 +47,8 @@ struct Planes422 {
 void oddRow(const Planes422& d, int w, int h, int r) {
   for (int k = 1; k <= 2; ++k) {
     // r +- 1 and r +- 3 are even; clamping to 0..h-2 picks the nearest even row.
-    auto e = [&](int row) { return rowAt<const Lum8u>(d.p[k], std::clamp(row, 0, h - 2), d.step[k]); };
-    const Rows<Bytes, 4> taps{{e(r - 3), e(r - 1), e(r + 1), e(r + 3)}};
+    const window::Plane<const Lum8u> plane{d.p[k], d.step[k]};
+    const Rows<Bytes, 4> taps = rowsOf(window::around(plane, r, std::array{-3, -1, 1, 3}, window::Clamp{0, h - 2}));
     runRow<16, Tap4, Tap4>(w, ToPlane{taps, rowAt(d.p[k], r, d.step[k])});
   }
 }

@@ -8,6 +8,8 @@
 #include "frame/check.h"
 #include "frame/fixed_point.h"
 #include "frame/kernel.h"
+#include "frame/lanes.h"
+#include "frame/window.h"
 #include "frame/chop.h"
 
 using namespace lum;
@@ -26,21 +28,24 @@ struct BgrQ3 {
     out[1] = clamp8(sra16(subs16s(subs16s(y, t(in[1], 128, 1605)), t(in[2], 128, 3330)), 3));
     out[2] = clamp8(sra16(adds16s(y, t(in[1], 128, 8263)), 3));
   }
-#if LUM_SIMD_SSE
-  static V t(V v, int base, int k) { return mulhi16s(sll16<7>(subs16s(v, set16(base))), set16(k)); }
-  // The chroma terms, shared by the two rows of a pair.
-  struct Terms {
-    V r, g1, g2, b;
+  // The same over the 16-bit lanes of lane set O.
+  template <class O>
+  struct Lanes {
+    using W = typename O::V;
+    static W t(W v, int base, int k) { return O::mulhi16s(O::sll(O::subs16s(v, O::set(base)), 7), O::set(k)); }
+    // The chroma terms, shared by the two rows of a pair.
+    struct Terms {
+      W r, g1, g2, b;
+    };
+    static Terms terms(W cb, W cr) { return {t(cr, 128, 6537), t(cb, 128, 1605), t(cr, 128, 3330), t(cb, 128, 8263)}; }
+    // Lanes not yet clamped: the store's saturating pack to bytes clamps them.
+    static void rgb(W luma, const Terms& c, W* out) {
+      const W y = t(luma, 16, 4769);
+      out[0] = O::sra(O::adds16s(y, c.r), 3);
+      out[1] = O::sra(O::subs16s(O::subs16s(y, c.g1), c.g2), 3);
+      out[2] = O::sra(O::adds16s(y, c.b), 3);
+    }
   };
-  static Terms terms(V cb, V cr) { return {t(cr, 128, 6537), t(cb, 128, 1605), t(cr, 128, 3330), t(cb, 128, 8263)}; }
-  // Lanes not yet clamped: the store's saturating pack to bytes clamps them.
-  static void rgb(V luma, const Terms& c, V* out) {
-    const V y = t(luma, 16, 4769);
-    out[0] = sra16<3>(adds16s(y, c.r));
-    out[1] = sra16<3>(subs16s(subs16s(y, c.g1), c.g2));
-    out[2] = sra16<3>(adds16s(y, c.b));
-  }
-#endif
 };
 
 // Tail form: Q12 sums in 32 bits, truncated once, clamped through chop.
@@ -81,7 +86,7 @@ struct Repeated {
 void chroma16(const Lum8u* c, int j, V out[2]) {
   const V here = _mm_loadl_epi64(reinterpret_cast<const V*>(c + j));
   const V next = _mm_loadl_epi64(reinterpret_cast<const V*>(c + j + 1));
-  const V px = _mm_unpacklo_epi8(here, _mm_avg_epu8(here, next));
+  const V px = _mm_unpacklo_epi8(here, lanes::Sse::avg8(here, next));
   out[0] = _mm_cvtepu8_epi16(px);
   out[1] = _mm_unpackhi_epi8(px, _mm_setzero_si128());
 }
@@ -95,12 +100,13 @@ void pairBlocks(const SrcPlanes& s0, const SrcPlanes& s1, const DstPlanes& d0, c
     chroma16(s0.p[1], x / 2, cb);
     chroma16(s0.p[2], x / 2, cr);
     for (int half = 0; half < 2; ++half) {
-      const BgrQ3::Terms t = BgrQ3::terms(cb[half], cr[half]);
+      using Q3 = BgrQ3::Lanes<lanes::Sse>;
+      const Q3::Terms t = Q3::terms(cb[half], cr[half]);
       const int at = x + 8 * half;
       for (int row = 0; row < 2; ++row) {
         L::Vx out;
-        BgrQ3::rgb(L::detail::load8x8((row ? s1 : s0).p[0] + at), t, out.v);
-        out.v[3] = _mm_set1_epi16(int16_t(c.aval));
+        Q3::rgb(L::detail::load8x8((row ? s1 : s0).p[0] + at), t, out.v);
+        out.v[3] = lanes::Sse::set(c.aval);
         L::BGRA::store<true>(row ? d1 : d0, at, out);
       }
     }
@@ -132,13 +138,15 @@ void myYCrCb420ToBGR_8u_P3C4R(const Lum8u* const src[3], const int srcStep[3], L
                               int h, Lum8u alpha) {
   const RowCtx c{alpha};
   for (int k = 0; k < h / 2; ++k) {
+    const auto luma = window::from<2>(window::Plane{src[0], srcStep[0]}, 2 * k);
+    const auto out = window::from<2>(window::Plane{dst, dstStep}, 2 * k);
     SrcPlanes s[2];
     DstPlanes d[2];
     for (int row = 0; row < 2; ++row) {
-      s[row].p[0] = rowAt(src[0], 2 * k + row, srcStep[0]);
+      s[row].p[0] = luma[row];
       s[row].p[1] = rowAt(src[2], k, srcStep[2]);
       s[row].p[2] = rowAt(src[1], k, srcStep[1]);
-      d[row].p[0] = rowAt(dst, 2 * k + row, dstStep);
+      d[row].p[0] = out[row];
     }
     innerYCrCb420ToBGR(s, d, w / 2 - 1, c);
   }

@@ -1,7 +1,8 @@
 // Vertical filters over byte rows. A vertical form combines the samples that
 // lie at one position of N source rows (top to bottom) into one output sample:
 // pixel(const int* v) is its lane-exact scalar rule and, where a form runs in
-// block loops, block(const V* v) computes the same 16 byte lanes at once.
+// block loops, block<O>(const V* v) computes the same byte lanes at once over
+// the lane set O (16 per 128-bit register).
 //
 // Readers say where logical sample x of a row lies in memory: plain bytes, the
 // even or odd bytes of a packed 4:2:2 row, or two half-width planes taken in
@@ -13,12 +14,16 @@
 // function's result, so the split never depends on the vector unit.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <type_traits>
 
 #include "frame/kernel.h"
+#include "frame/lanes.h"
 #include "frame/rows.h"
 #include "frame/simd.h"
+#include "frame/window.h"
 
 namespace lum::vrow {
 
@@ -101,17 +106,16 @@ struct Rows {
   V block(int x) const {
     V v[N];
     for (int i = 0; i < N; ++i) v[i] = Reader::load(r[i], x);
-    return Form::block(v);
+    return Form::template block<lanes::Sse>(v);
   }
 #endif
 };
 
-// Rows first, first + 1, ..., first + N - 1 of a byte plane (first may be negative:
-// slices reach back above their origin).
-template <int N>
-inline Rows<Bytes, N> rowsFrom(const uint8_t* base, int step, int first) {
-  Rows<Bytes, N> r;
-  for (int i = 0; i < N; ++i) r.r[i] = rowAt(base, first + i, step);
+// The rows of a window (frame/window.h) read through a byte reader.
+template <class Reader = Bytes, std::size_t N>
+inline Rows<Reader, int(N)> rowsOf(const std::array<const uint8_t*, N>& rows) {
+  Rows<Reader, int(N)> r;
+  for (std::size_t i = 0; i < N; ++i) r.r[i] = rows[i];
   return r;
 }
 
@@ -119,11 +123,19 @@ inline Rows<Bytes, N> rowsFrom(const uint8_t* base, int step, int first) {
 // Forms shared by the families
 // ---------------------------------------------------------------------------
 
+// (a + b) >> 1 of unsigned byte lanes: the rounded-up average, less one where
+// the sum is odd.
+template <class O, class W = typename O::V>
+inline W avgDown8(W a, W b) {
+  return O::sub8(O::avg8(a, b), O::and_(O::xor_(a, b), O::splat8(1)));
+}
+
 // The first row's sample, unchanged.
 struct Copy {
   static int pixel(const int* v) { return v[0]; }
 #if LUM_SIMD_SSE
-  static V block(const V* v) { return v[0]; }
+  template <class O, class W = typename O::V>
+  static W block(const W* v) { return v[0]; }
 #endif
 };
 

@@ -18,12 +18,14 @@ template <int WA, int WB, int Shift>
 struct Blend {
   static int pixel(const int* v) { return (WA * v[0] + WB * v[1] + (1 << (Shift - 1))) >> Shift; }
 #if LUM_SIMD_SSE
-  static V half(V pairs) {
-    const V w = _mm_set1_epi16(int16_t(WA | (WB << 8)));
-    return _mm_srli_epi16(_mm_add_epi16(_mm_maddubs_epi16(pairs, w), _mm_set1_epi16(1 << (Shift - 1))), Shift);
+  template <class O, class W = typename O::V>
+  static W half(W pairs) {
+    const W w = O::set(WA | (WB << 8));
+    return O::srl(O::add16(O::maddubs16(pairs, w), O::set(1 << (Shift - 1))), Shift);
   }
-  static V block(const V* v) {
-    return _mm_packus_epi16(half(_mm_unpacklo_epi8(v[0], v[1])), half(_mm_unpackhi_epi8(v[0], v[1])));
+  template <class O, class W = typename O::V>
+  static W block(const W* v) {
+    return O::packus16(half<O>(O::zipLo8(v[0], v[1])), half<O>(O::zipHi8(v[0], v[1])));
   }
 #endif
 };
@@ -64,7 +66,7 @@ void fieldsUp(int h, RowFn&& row) {
 
 // Two rows of one plane as the inputs of a blend.
 Rows<Bytes, 2> twoRows(const Lum8u* p, int step, int upper, int lower) {
-  return {{rowAt(p, upper, step), rowAt(p, lower, step)}};
+  return rowsOf(window::at(window::Plane{p, step}, upper, lower));
 }
 
 void ownYCbCr422To420_Interlace_P3R(const Lum8u* const src[3], const int srcStep[3], Lum8u* const dst[3],
@@ -83,7 +85,7 @@ void ownCbYCr422ToYCbCr420_Interlace_C2P3R(const Lum8u* src, int srcStep, Lum8u*
   for (int r = 0; r < h; ++r)
     runExact<Copy>(w, ToPlane{Rows<OddBytes, 1>{{rowAt(src, r, srcStep)}}, rowAt(dst[0], r, dstStep[0])});
   fieldsDown(h, [&]<class F>(int out, int upper, int lower) {
-    const Rows<EvenBytes, 2> in{{rowAt(src, upper, srcStep), rowAt(src, lower, srcStep)}};
+    const Rows<EvenBytes, 2> in = rowsOf<EvenBytes>(window::at(window::Plane{src, srcStep}, upper, lower));
     runExact<F>(w / 2, ToSplit{in, rowAt(dst[1], out, dstStep[1]), rowAt(dst[2], out, dstStep[2])});
   });
 }

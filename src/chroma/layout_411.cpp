@@ -28,21 +28,21 @@ constexpr auto ownCbYCr422ToYCbCr411_8u_C2P3R = pairImage<UYVY, Planar411Row, 1,
 constexpr auto ownYCbCr422ToYCbCr411_8u_C2P2R = pairImage<YUY2, Pairs411Row, 1, 1>;
 void ownYCbCr422ToYCbCr411_8u_P3R(LumSize roi, const SrcPlanes& s, const DstPlanes& d, bool stream) {
   copyLuma(roi, s, d, stream);
-  dropOddChroma<CbCrPlanes, CbCrPlanes>(roi.height, roi.width / 4, s, d);
+  unzipChroma<CbCrPlanes, CbCrPlanes, 1>(roi.height, roi.width / 4, s, d);
 }
 void ownYCbCr422ToYCbCr411_8u_P3P2R(LumSize roi, const SrcPlanes& s, const DstPlanes& d) {
   copyLuma(roi, s, d);
-  dropOddChroma<CbCrPlanes, Pairs>(roi.height, roi.width / 4, s, d);
+  unzipChroma<CbCrPlanes, Pairs, 1>(roi.height, roi.width / 4, s, d);
 }
 
 // ---- 4:1:1 to 4:2:2 -----------------------------------------------------------------------
 void ownYCbCr411ToYCbCr422_8u_P3R(LumSize roi, const SrcPlanes& s, const DstPlanes& d) {
   copyLuma(roi, s, d);
-  repeatChroma<CbCrPlanes, CbCrPlanes>(roi.height, roi.width / 4, s, d);
+  zipChroma<CbCrPlanes, CbCrPlanes, 1>(roi.height, roi.width / 4, s, d);
 }
 void ownYCbCr411ToYCbCr422_8u_P2P3R(LumSize roi, const SrcPlanes& s, const DstPlanes& d, bool stream) {
   copyLuma(roi, s, d, stream);
-  repeatChroma<Pairs, CbCrPlanes>(roi.height, roi.width / 4, s, d);
+  zipChroma<Pairs, CbCrPlanes, 1>(roi.height, roi.width / 4, s, d);
 }
 constexpr auto ownYCbCr411ToYCbCr422_8u_P3C2R = pairImage<Planar411Row, YUY2, 1, 1>;
 constexpr auto ownYCbCr411ToYCbCr422_8u_P2C2R = pairImage<Pairs411Row, YUY2, 1, 1>;
@@ -50,7 +50,7 @@ constexpr auto ownYCbCr411ToYCbCr422_8u_P2C2R = pairImage<Pairs411Row, YUY2, 1, 
 // ---- 4:2:0 and 4:1:1 --------------------------------------------------------------------
 void ownYCbCr420ToYCbCr411_8u_P2P3R(LumSize roi, const SrcPlanes& s, const DstPlanes& d) {
   copyLuma(roi, s, d);
-  chroma420To411<Pairs, CbCrPlanes>(roi.height / 2, roi.width / 4, s, d);
+  unzipChroma<Pairs, CbCrPlanes, 2>(roi.height / 2, roi.width / 4, s, d);
 }
 // Written for source planes Y, Cr, Cb; the flag exchanges them for a Y, Cb, Cr
 // source.
@@ -58,19 +58,19 @@ void ownYCrCb420ToYCbCr411_8u_P3P2R(LumSize roi, const Lum8u* const pSrc[3], con
                                     const DstPlanes& d, bool swap) {
   const SrcPlanes s = threePlanes(pSrc, srcStep, !swap);
   copyLuma(roi, s, d);
-  chroma420To411<CbCrPlanes, Pairs>(roi.height / 2, roi.width / 4, s, d);
+  unzipChroma<CbCrPlanes, Pairs, 2>(roi.height / 2, roi.width / 4, s, d);
 }
 void ownYCbCr411ToYCbCr420_8u_P3R(LumSize roi, const SrcPlanes& s, const DstPlanes& d) {
   copyLuma(roi, s, d);
-  chroma411To420<CbCrPlanes, CbCrPlanes>(roi.height / 2, roi.width / 4, s, d);
+  zipChroma<CbCrPlanes, CbCrPlanes, 2>(roi.height / 2, roi.width / 4, s, d);
 }
 void ownYCbCr411ToYCbCr420_8u_P3P2R(LumSize roi, const SrcPlanes& s, const DstPlanes& d, bool stream) {
   copyLuma(roi, s, d, stream);
-  chroma411To420<CbCrPlanes, Pairs>(roi.height / 2, roi.width / 4, s, d);
+  zipChroma<CbCrPlanes, Pairs, 2>(roi.height / 2, roi.width / 4, s, d);
 }
 void ownYCbCr411ToYCbCr420_8u_P2P3R(LumSize roi, const SrcPlanes& s, const DstPlanes& d) {
   copyLuma(roi, s, d);
-  chroma411To420<Pairs, CbCrPlanes>(roi.height / 2, roi.width / 4, s, d);
+  zipChroma<Pairs, CbCrPlanes, 2>(roi.height / 2, roi.width / 4, s, d);
 }
 
 }  // namespace

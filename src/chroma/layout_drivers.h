@@ -14,11 +14,13 @@
 #include <cstdint>
 #include <type_traits>
 
-#include "chroma/pair_layouts.h"
 #include "chroma/wide_blocks.h"
+#include "frame/pair_layouts.h"
 #include "kernels/primitives.h"
 
 namespace lum::chroma {
+
+using namespace lum::pairs;
 
 // ---- size classes ----------------------------------------------------------
 // Minimums and masks of the family. A class that does not test the height lets
@@ -143,7 +145,24 @@ inline Planes<T> rowsAt(const Planes<T>& img, int y, int cy) {
 enum class Vec { None, Sse, Wide };
 inline Vec vectorPath() {
   if (!useVector()) return Vec::None;
-  return wide::enabled() ? Vec::Wide : Vec::Sse;
+  return useWide() ? Vec::Wide : Vec::Sse;
+}
+
+// The row driver: row(y, v, streamed) for y = 0 .. rows - 1 with the blocks v
+// chosen once, streamed a std::bool_constant of the streaming choice. A
+// streamed call (vector builds only) ends with a store fence.
+template <class RowFn>
+inline void eachRow(int rows, bool stream, RowFn&& row) {
+  const Vec v = vectorPath();
+#if LUM_SIMD_SSE
+  if (stream) {
+    for (int y = 0; y < rows; ++y) row(y, v, std::true_type{});
+    _mm_sfence();
+    return;
+  }
+#endif
+  (void)stream;
+  for (int y = 0; y < rows; ++y) row(y, v, std::false_type{});
 }
 
 // ---- pair by pair -----------------------------------------------------------
@@ -158,18 +177,8 @@ struct PairRow {
 #if LUM_SIMD_SSE
     if (v != Vec::None) {
       if (v == Vec::Wide) x = wide::pairBlocks<Src, Dst>(s.p[0], s.p[1], s.p[2], d.p[0], d.p[1], d.p[2], width, Stream);
-      for (; x + 32 <= width; x += 32) {
-        Pair16 a, b;
-        Src::template load<SrcAligned>(s, x, a);
-        Src::template load<SrcAligned>(s, x + 16, b);
-        Dst::template store<DstAligned, Stream>(d, x, a);
-        Dst::template store<DstAligned, Stream>(d, x + 16, b);
-      }
-      for (; x + 16 <= width; x += 16) {
-        Pair16 a;
-        Src::template load<SrcAligned>(s, x, a);
-        Dst::template store<DstAligned, Stream>(d, x, a);
-      }
+      x = moveBlocks<Src, Dst, Pair16, 2, SrcAligned, DstAligned, Stream>(s, d, x, width);
+      x = moveBlocks<Src, Dst, Pair16, 1, SrcAligned, DstAligned, Stream>(s, d, x, width);
     }
 #endif
     for (; x + 2 <= width; x += 2) {
@@ -187,43 +196,21 @@ struct PairRow {
 // that all start on 16 bytes; Aligned promises 16-byte packed and luma rows.
 template <class Src, class Dst, int SrcV, int DstV, bool Aligned = false>
 inline void pairImage(LumSize roi, const SrcPlanes s, const DstPlanes d, bool stream = false) {
-  const Vec v = vectorPath();
-  (void)stream;
-  for (int y = 0; y < roi.height; ++y) {
+  eachRow(roi.height, stream, [&](int y, Vec v, auto streamed) {
     const SrcPlanes sr = rowsAt(s, y, y / SrcV);
     const DstPlanes dr = rowsAt(d, y, y / DstV);
     if constexpr (DstV == 2) {
       if (y & 1) {
         PairRow<Src, LumaOnly<Dst>, Aligned, Aligned>::run(sr, dr, roi.width, v);
-        continue;
+        return;
       }
     }
-#if LUM_SIMD_SSE
-    if (stream) {
-      PairRow<Src, Dst, Aligned, true, true>::run(sr, dr, roi.width, v);
-      continue;
-    }
-#endif
-    PairRow<Src, Dst, Aligned, Aligned>::run(sr, dr, roi.width, v);
-  }
-#if LUM_SIMD_SSE
-  if (stream) _mm_sfence();
-#endif
+    if constexpr (decltype(streamed)::value) PairRow<Src, Dst, Aligned, true, true>::run(sr, dr, roi.width, v);
+    else PairRow<Src, Dst, Aligned, Aligned>::run(sr, dr, roi.width, v);
+  });
 }
 
 // ---- packed to packed --------------------------------------------------------
-// Byte order of one 4-byte group of A rearranged into B's: mask[k] is the source
-// byte of destination byte k.
-template <class A, class B>
-constexpr std::array<int, 4> repackOrder() {
-  std::array<int, 4> m{};
-  m[B::kY0] = A::kY0;
-  m[B::kCb] = A::kCb;
-  m[B::kY1] = A::kY1;
-  m[B::kCr] = A::kCr;
-  return m;
-}
-
 // One packed row of width pixels (even) into another byte order: blocks of 8
 // pixels by one shuffle, then groups.
 template <class A, class B, bool Stream = false>
@@ -236,21 +223,8 @@ struct RepackRow {
 #if LUM_SIMD_SSE
     if (v != Vec::None) {
       if (v == Vec::Wide) i = wide::repackBlocks<A, B>(s, d, n, Stream);
-      const __m128i sh = _mm_setr_epi8(m[0], m[1], m[2], m[3], 4 + m[0], 4 + m[1], 4 + m[2], 4 + m[3],  //
-                                       8 + m[0], 8 + m[1], 8 + m[2], 8 + m[3], 12 + m[0], 12 + m[1], 12 + m[2],
-                                       12 + m[3]);
-      for (; i + 64 <= n; i += 64) {
-        const __m128i a = _mm_shuffle_epi8(bytes::load<16>(s + i), sh);
-        const __m128i b = _mm_shuffle_epi8(bytes::load<16>(s + i + 16), sh);
-        const __m128i c = _mm_shuffle_epi8(bytes::load<16>(s + i + 32), sh);
-        const __m128i e = _mm_shuffle_epi8(bytes::load<16>(s + i + 48), sh);
-        bytes::store<16, Stream, Stream>(d + i, a);
-        bytes::store<16, Stream, Stream>(d + i + 16, b);
-        bytes::store<16, Stream, Stream>(d + i + 32, c);
-        bytes::store<16, Stream, Stream>(d + i + 48, e);
-      }
-      for (; i + 16 <= n; i += 16)
-        bytes::store<16, Stream, Stream>(d + i, _mm_shuffle_epi8(bytes::load<16>(s + i), sh));
+      i = repackBlocks<Bytes128, A, B, 4, Stream>(s, d, i, n);
+      i = repackBlocks<Bytes128, A, B, 1, Stream>(s, d, i, n);
     }
 #endif
     for (; i + 4 <= n; i += 4) {
@@ -264,16 +238,9 @@ struct RepackRow {
 // whose rows all start on 16 bytes.
 template <class A, class B>
 inline void repackImage(LumSize roi, const Lum8u* s, int ss, Lum8u* d, int ds, bool stream) {
-  const Vec v = vectorPath();
-#if LUM_SIMD_SSE
-  if (stream) {
-    for (int y = 0; y < roi.height; ++y) RepackRow<A, B, true>::run(rowAt(s, y, ss), rowAt(d, y, ds), roi.width, v);
-    _mm_sfence();
-    return;
-  }
-#endif
-  (void)stream;
-  for (int y = 0; y < roi.height; ++y) RepackRow<A, B>::run(rowAt(s, y, ss), rowAt(d, y, ds), roi.width, v);
+  eachRow(roi.height, stream, [&](int y, Vec v, auto streamed) {
+    RepackRow<A, B, decltype(streamed)::value>::run(rowAt(s, y, ss), rowAt(d, y, ds), roi.width, v);
+  });
 }
 
 // ---- planar to planar ----------------------------------------------------------
@@ -311,11 +278,7 @@ struct CopyRow {
 #if LUM_SIMD_SSE
       if (v != Vec::None) {
         if (v == Vec::Wide) j = wide::copyBlocks<SC, DC>(s.p[1], s.p[2], d.p[1], d.p[2], n);
-        for (; j + 16 <= n; j += 16) {
-          __m128i cb, cr;
-          SC::template get<16>(s, j, cb, cr);
-          DC::template put<16>(d, j, cb, cr);
-        }
+        j = copyBlocks<SC, DC, __m128i, 16>(s, d, j, n);
       }
 #endif
       for (; j < n; ++j) {
@@ -398,46 +361,29 @@ struct UnzipRow {
 // source row twice (4:2:0 to 4:2:2).
 template <class SC, class DC, int Num, int Den>
 inline void copyChromaRows(int dstRows, int n, const SrcPlanes& s, const DstPlanes& d) {
-  const Vec v = vectorPath();
-  for (int r = 0; r < dstRows; ++r) CopyRow<SC, DC>::run(chromaRow(s, r * Num / Den), chromaRow(d, r), n, v);
+  eachRow(dstRows, false,
+          [&](int r, Vec v, auto) { CopyRow<SC, DC>::run(chromaRow(s, r * Num / Den), chromaRow(d, r), n, v); });
 }
 
-// 4:2:2 to 4:1:1 rows: sample j of a destination row is sample 2j of its source
-// row; the odd samples are never read.
-template <class SC, class DC>
-inline void dropOddChroma(int rows, int n, const SrcPlanes& s, const DstPlanes& d) {
-  const Vec v = vectorPath();
-  for (int r = 0; r < rows; ++r) {
-    const DstPlanes dr = chromaRow(d, r);
-    UnzipRow<SC, DC, false>::run(chromaRow(s, r), dr, dr, n, v);
-  }
+// Source chroma row k of 2n samples split into destination rows Fan * k ..
+// Fan * k + Fan - 1 of n. Fan 1 (4:2:2 to 4:1:1): sample j of the row is sample
+// 2j of the source, the odd samples are never read. Fan 2 (4:2:0 to 4:1:1,
+// losing nothing): sample 2j goes to row 2k, sample 2j + 1 to row 2k + 1.
+template <class SC, class DC, int Fan>
+inline void unzipChroma(int srcRows, int n, const SrcPlanes& s, const DstPlanes& d) {
+  eachRow(srcRows, false, [&](int k, Vec v, auto) {
+    UnzipRow<SC, DC, Fan == 2>::run(chromaRow(s, k), chromaRow(d, Fan * k), chromaRow(d, Fan * k + Fan - 1), n, v);
+  });
 }
 
-// 4:1:1 to 4:2:2 rows: sample j of a source row fills samples 2j and 2j + 1.
-template <class SC, class DC>
-inline void repeatChroma(int rows, int n, const SrcPlanes& s, const DstPlanes& d) {
-  const Vec v = vectorPath();
-  for (int r = 0; r < rows; ++r) {
-    const SrcPlanes sr = chromaRow(s, r);
-    ZipRow<SC, DC>::run(sr, sr, chromaRow(d, r), n, v);
-  }
-}
-
-// 4:2:0 to 4:1:1, losing nothing: sample 2j of 4:2:0 row k becomes sample j of
-// 4:1:1 row 2k, sample 2j + 1 sample j of row 2k + 1. n is the 4:1:1 row length.
-template <class SC, class DC>
-inline void chroma420To411(int srcRows, int n, const SrcPlanes& s, const DstPlanes& d) {
-  const Vec v = vectorPath();
-  for (int k = 0; k < srcRows; ++k)
-    UnzipRow<SC, DC, true>::run(chromaRow(s, k), chromaRow(d, 2 * k), chromaRow(d, 2 * k + 1), n, v);
-}
-
-// The exact inverse: 4:1:1 rows 2k and 2k + 1 interleave into 4:2:0 row k.
-template <class SC, class DC>
-inline void chroma411To420(int dstRows, int n, const SrcPlanes& s, const DstPlanes& d) {
-  const Vec v = vectorPath();
-  for (int k = 0; k < dstRows; ++k)
-    ZipRow<SC, DC>::run(chromaRow(s, 2 * k), chromaRow(s, 2 * k + 1), chromaRow(d, k), n, v);
+// The inverse: destination chroma row k of 2n samples interleaves source rows
+// Fan * k and Fan * k + Fan - 1 of n. Fan 1 (4:1:1 to 4:2:2): every sample
+// fills samples 2j and 2j + 1. Fan 2 (4:1:1 to 4:2:0): rows 2k and 2k + 1.
+template <class SC, class DC, int Fan>
+inline void zipChroma(int dstRows, int n, const SrcPlanes& s, const DstPlanes& d) {
+  eachRow(dstRows, false, [&](int k, Vec v, auto) {
+    ZipRow<SC, DC>::run(chromaRow(s, Fan * k), chromaRow(s, Fan * k + Fan - 1), chromaRow(d, k), n, v);
+  });
 }
 
 }  // namespace lum::chroma

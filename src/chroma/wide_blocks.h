@@ -1,7 +1,7 @@
 // 256-bit blocks of the hottest layout kernels, for processors with AVX2. They
-// live in layout_wide.cpp, the one file built with AVX2 code generation, and
-// cover the leading whole blocks of a row; the 128-bit blocks and the scalar
-// pairs finish it. Each computes exactly the bytes of its scalar twin, so the
+// live in layout_avx2.cpp, built with AVX2 code generation, and cover the
+// leading whole blocks of a row; the 128-bit blocks and the scalar pairs
+// finish it. Each computes exactly the bytes of its scalar twin, so the
 // choice, made once per call, never changes a result.
 #pragma once
 
@@ -10,24 +10,6 @@
 #include "frame/rows.h"
 
 namespace lum::chroma::wide {
-
-// True when this call may run the 256-bit blocks: the processor has AVX2 and no
-// test has turned them off on this thread.
-bool enabled() noexcept;
-// Tests only: runs the 128-bit blocks in place of the 256-bit ones.
-void setEnabled(bool on) noexcept;
-
-class NarrowScope {
- public:
-  NarrowScope() noexcept : prev_(enabledOnThread()) { setEnabled(false); }
-  ~NarrowScope() { setEnabled(prev_); }
-  NarrowScope(const NarrowScope&) = delete;
-  NarrowScope& operator=(const NarrowScope&) = delete;
-
- private:
-  static bool enabledOnThread() noexcept;
-  bool prev_;
-};
 
 #if LUM_SIMD_SSE
 // Pixel pairs from layout Src to layout Dst in blocks of 32 pixels; returns the

@@ -203,6 +203,53 @@ struct Emu {
     }
     return r;
   }
+  // ---- added for the chroma layouts
+  // Byte lanes: (a + b + 1) >> 1 of unsigned bytes; a - b wrapping.
+  static V avg8(V a, V b) { return mapBytes(a, b, [](int x, int y) { return (x + y + 1) >> 1; }); }
+  static V sub8(V a, V b) { return mapBytes(a, b, [](int x, int y) { return x - y; }); }
+  // Each 16-bit lane: the two products of its unsigned bytes of a and signed
+  // bytes of b, summed and saturated to 16 bits.
+  static V maddubs16(V a, V b) {
+    uint8_t x[16], y[16];
+    std::memcpy(x, a.h, 16);
+    std::memcpy(y, b.h, 16);
+    V r;
+    for (int i = 0; i < 8; ++i) r.h[i] = int16_t(emu::sat16s(x[2 * i] * int8_t(y[2 * i]) + x[2 * i + 1] * int8_t(y[2 * i + 1])));
+    return r;
+  }
+  // Signed 16-bit lanes of lo, then of hi, saturated to unsigned bytes (per 128-bit half).
+  static V packus16(V lo, V hi) {
+    uint8_t r[16];
+    for (int i = 0; i < 8; ++i) {
+      r[i] = uint8_t(lo.h[i] < 0 ? 0 : (lo.h[i] > 255 ? 255 : lo.h[i]));
+      r[8 + i] = uint8_t(hi.h[i] < 0 ? 0 : (hi.h[i] > 255 ? 255 : hi.h[i]));
+    }
+    return load(r);
+  }
+  // Bytes of a and b taken in turn from the low (zipLo8) or high (zipHi8) 8
+  // bytes of each 128-bit half.
+  static V zipLo8(V a, V b) { return zip8(a, b, 0); }
+  static V zipHi8(V a, V b) { return zip8(a, b, 8); }
+
+ private:
+  template <class Fn>
+  static V mapBytes(V a, V b, Fn f) {
+    uint8_t x[16], y[16], r[16];
+    std::memcpy(x, a.h, 16);
+    std::memcpy(y, b.h, 16);
+    for (int i = 0; i < 16; ++i) r[i] = uint8_t(f(int(x[i]), int(y[i])));
+    return load(r);
+  }
+  static V zip8(V a, V b, int from) {
+    uint8_t x[16], y[16], r[16];
+    std::memcpy(x, a.h, 16);
+    std::memcpy(y, b.h, 16);
+    for (int i = 0; i < 8; ++i) {
+      r[2 * i] = x[from + i];
+      r[2 * i + 1] = y[from + i];
+    }
+    return load(r);
+  }
 };
 
 #if LUM_SIMD_SSE
@@ -296,6 +343,13 @@ struct Sse {
 
   // ---- added for BT.709
   static V hadd16(V a, V b) { return _mm_hadd_epi16(a, b); }
+  // ---- added for the chroma layouts
+  static V avg8(V a, V b) { return _mm_avg_epu8(a, b); }
+  static V sub8(V a, V b) { return _mm_sub_epi8(a, b); }
+  static V maddubs16(V a, V b) { return _mm_maddubs_epi16(a, b); }
+  static V packus16(V lo, V hi) { return _mm_packus_epi16(lo, hi); }
+  static V zipLo8(V a, V b) { return _mm_unpacklo_epi8(a, b); }
+  static V zipHi8(V a, V b) { return _mm_unpackhi_epi8(a, b); }
 };
 
 // The 128-bit set of this build: the register where there is one.

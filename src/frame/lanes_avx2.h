@@ -101,6 +101,13 @@ struct Avx2 {
 
   // ---- added for BT.709
   static V hadd16(V a, V b) { return _mm256_hadd_epi16(a, b); }
+  // ---- added for the chroma layouts
+  static V avg8(V a, V b) { return _mm256_avg_epu8(a, b); }
+  static V sub8(V a, V b) { return _mm256_sub_epi8(a, b); }
+  static V maddubs16(V a, V b) { return _mm256_maddubs_epi16(a, b); }
+  static V packus16(V lo, V hi) { return _mm256_packus_epi16(lo, hi); }
+  static V zipLo8(V a, V b) { return _mm256_unpacklo_epi8(a, b); }
+  static V zipHi8(V a, V b) { return _mm256_unpackhi_epi8(a, b); }
 };
 
 }  // namespace

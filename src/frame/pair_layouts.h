@@ -1,20 +1,28 @@
-// Memory layouts of the 8-bit luma-chroma video forms, seen two pixels at a
-// time. Every 4:2:2, 4:2:0 and 4:1:1 layout change is a load from one layout
-// and a store to another of the same pixel pair (two lumas and the chroma pair
-// they share); which chroma row serves which luma row is the drivers' business.
-//
-// Scalar load/store move one pair at pixel x (x even); vector load/store move
-// sixteen pixels at x (x a multiple of 16) and are lane-exact twins of eight
-// scalar pair moves.
+// The luma-chroma memory layouts of 8-bit video, seen two pixels at a time:
+//   Packed<Y0, CB, Y1, CR>   one plane of 4-byte groups (YUY2, UYVY, YVYU),
+//   CbCrPlanes               chroma in planes 1 (Cb) and 2 (Cr),
+//   CbCrPairs<CrFirst>       one plane of interleaved pairs (NV12, NV21),
+//   Split<CS, HSub>          a luma plane and a chroma side CS, HSub pairs per
+//                            chroma sample (4:2:2 and 4:2:0 rows, 4:1:1 rows),
+//   LumaOnly<Dst>            the lumas of a Split layout alone (odd 4:2:0 rows).
+// A family moves pixels by loading a pair (or a block of pairs) from one layout
+// and storing it to another; which chroma row serves which luma row is its own
+// driver's business. Scalar load/store move one pair at pixel x (x even); the
+// 128-bit load/store move sixteen pixels at x (x a multiple of 16) and are
+// lane-exact twins of eight scalar pair moves; pair_layouts_avx2.h gives the
+// same layouts thirty-two pixels at a time for the *_avx2.cpp files.
+// moveBlocks(), repackBlocks() and copyBlocks() are the block loops over any
+// of these widths.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <cstring>
 
 #include "frame/rows.h"
 #include "frame/simd.h"
 
-namespace lum::chroma {
+namespace lum::pairs {
 
 // Two pixels: their lumas and the Cb, Cr they share.
 struct Pair {
@@ -24,6 +32,7 @@ struct Pair {
 #if LUM_SIMD_SSE
 // Sixteen pixels: 16 lumas, and their 8 chroma pairs interleaved Cb Cr Cb Cr.
 struct Pair16 {
+  static constexpr int kPixels = 16;
   __m128i y, c;
 };
 
@@ -73,9 +82,7 @@ inline __m128i evenPairs(__m128i a) {
   return _mm_shuffle_epi8(a, _mm_setr_epi8(0, 1, 4, 5, 8, 9, 12, 13, 0, 1, 4, 5, 8, 9, 12, 13));
 }
 // The high 8 bytes of v stored at p.
-inline void storeHigh8(uint8_t* p, __m128i v) {
-  _mm_storeh_pd(reinterpret_cast<double*>(p), _mm_castsi128_pd(v));
-}
+inline void storeHigh8(uint8_t* p, __m128i v) { _mm_storel_epi64(reinterpret_cast<__m128i*>(p), _mm_unpackhi_epi64(v, v)); }
 }  // namespace bytes
 #endif
 
@@ -285,4 +292,76 @@ using NV21Row = Split<CbCrPairs<true>, 1>;       // Y plane and Cr Cb pairs, 4:2
 using Planar411Row = Split<CbCrPlanes, 2>;       // Y, Cb, Cr planes, 4:1:1
 using Pairs411Row = Split<CbCrPairs<false>, 2>;  // Y plane and Cb Cr pairs, 4:1:1
 
-}  // namespace lum::chroma
+// ---- block loops ------------------------------------------------------------
+// Byte order of one 4-byte group of A rearranged into B's: m[k] is the source
+// byte of destination byte k.
+template <class A, class B>
+constexpr std::array<int, 4> repackOrder() {
+  std::array<int, 4> m{};
+  m[B::kY0] = A::kY0;
+  m[B::kCb] = A::kCb;
+  m[B::kY1] = A::kY1;
+  m[B::kCr] = A::kCr;
+  return m;
+}
+
+#if LUM_SIMD_SSE
+// The 128-bit register of the repack loop: 16 bytes, four groups.
+struct Bytes128 {
+  using V = __m128i;
+  static constexpr int kBytes = 16;
+  static V load(const uint8_t* p) { return bytes::load<16>(p); }
+  template <bool Stream>
+  static void store(uint8_t* p, V v) { bytes::store<16, Stream, Stream>(p, v); }
+  // The mask that rearranges every group of a register by m.
+  static V groupMask(const std::array<int, 4>& m) {
+    return _mm_setr_epi8(m[0], m[1], m[2], m[3], 4 + m[0], 4 + m[1], 4 + m[2], 4 + m[3],  //
+                         8 + m[0], 8 + m[1], 8 + m[2], 8 + m[3], 12 + m[0], 12 + m[1], 12 + m[2], 12 + m[3]);
+  }
+  static V shuffle(V v, V mask) { return _mm_shuffle_epi8(v, mask); }
+};
+#endif
+
+// Pixels from x on, U blocks of Block::kPixels at a time, loaded through the
+// source adaptor SrcA and stored through DstA (a layout at one register
+// width); all U blocks are loaded before any is stored. Returns the first
+// pixel not done.
+template <class SrcA, class DstA, class Block, int U, bool SrcAligned, bool DstAligned, bool Stream>
+inline int moveBlocks(const SrcPlanes& s, const DstPlanes& d, int x, int width) {
+  constexpr int kStep = U * Block::kPixels;
+  for (; x + kStep <= width; x += kStep) {
+    Block b[U];
+    for (int u = 0; u < U; ++u) SrcA::template load<SrcAligned>(s, x + u * Block::kPixels, b[u]);
+    for (int u = 0; u < U; ++u) DstA::template store<DstAligned, Stream>(d, x + u * Block::kPixels, b[u]);
+  }
+  return x;
+}
+
+// Packed bytes from i on, from order A to order B, U registers of R at a time
+// (all loaded before any is stored). Returns the first byte not done.
+template <class R, class A, class B, int U, bool Stream>
+inline int repackBlocks(const uint8_t* s, uint8_t* d, int i, int n) {
+  constexpr std::array<int, 4> m = repackOrder<A, B>();
+  const typename R::V sh = R::groupMask(m);
+  constexpr int kStep = U * R::kBytes;
+  for (; i + kStep <= n; i += kStep) {
+    typename R::V v[U];
+    for (int u = 0; u < U; ++u) v[u] = R::shuffle(R::load(s + i + u * R::kBytes), sh);
+    for (int u = 0; u < U; ++u) R::template store<Stream>(d + i + u * R::kBytes, v[u]);
+  }
+  return i;
+}
+
+// Chroma samples from j on, N at a time of register type V, from side SA to
+// side DA (chroma sides at one register width). Returns the first sample not done.
+template <class SA, class DA, class V, int N>
+inline int copyBlocks(const SrcPlanes& s, const DstPlanes& d, int j, int n) {
+  for (; j + N <= n; j += N) {
+    V cb, cr;
+    SA::template get<N>(s, j, cb, cr);
+    DA::template put<N>(d, j, cb, cr);
+  }
+  return j;
+}
+
+}  // namespace lum::pairs
