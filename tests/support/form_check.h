@@ -6,7 +6,9 @@
 
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <iterator>
+#include <limits>
 #include <random>
 #include <string>
 #include <vector>
@@ -33,6 +35,36 @@ struct Px8 {
   static void pixel(const Value* in, Value* out) { Form::pixel(in, out); }
   static Value stored(Value lane) { return lane < 0 ? 0 : (lane > 255 ? 255 : lane); }
   static bool same(Value a, Value b) { return a == b; }
+};
+
+// Forms of 32f samples: channels 0..2 in and out as float lanes; the edges are
+// the zeros, the infinities, NaN and the ends of the range. Results compare bit
+// for bit (any NaN equals any NaN).
+template <class Form>
+struct PxF {
+  using Lane = float;
+  using Value = float;
+  static constexpr int kIn = 3, kOut = 3;
+  static constexpr Value kEdges[] = {0.0f, -0.0f, 1.0f, -1.0f, 1e-40f, 3.4e38f,
+                                     std::numeric_limits<float>::infinity(),
+                                     -std::numeric_limits<float>::infinity(),
+                                     std::numeric_limits<float>::quiet_NaN()};
+  static Value random(std::mt19937& g) { return std::uniform_real_distribution<float>(-1000.0f, 1000.0f)(g); }
+  template <class O>
+  static auto load(const Lane* p) { return O::loadf(p); }
+  template <class O, class V>
+  static void store(Lane* p, V v) { O::storef(p, v); }
+  template <class O, class V>
+  static void block(const V* in, V* out) { Form::template vblock<O>(in, out); }
+  static void pixel(const Value* in, Value* out) { Form::pixel(in, out); }
+  static Value stored(Value lane) { return lane; }
+  static bool same(Value a, Value b) {
+    if (a != a && b != b) return true;
+    uint32_t x, y;
+    std::memcpy(&x, &a, 4);
+    std::memcpy(&y, &b, 4);
+    return x == y;
+  }
 };
 
 // Runs the adapter's block on lane set O over `count` input tuples; returns the
