@@ -50,31 +50,20 @@ namespace detail {
 // saturation); F lanes for 32f; D lanes for 64f.
 template <class O, class T>
 struct LanesOf {
-  using type = typename O::V;
-  using Elem = int32_t;
-  static type load(const Elem* p) { return O::load(p); }
-  static void store(Elem* p, type v) { O::store(p, v); }
-};
-template <class O>
-struct LanesOf<O, Lum8u> {
-  using type = typename O::V;
-  using Elem = int16_t;
-  static type load(const Elem* p) { return O::load(p); }
-  static void store(Elem* p, type v) { O::store(p, v); }
-};
-template <class O>
-struct LanesOf<O, Lum32f> {
-  using type = typename O::F;
-  using Elem = float;
-  static type load(const Elem* p) { return O::loadf(p); }
-  static void store(Elem* p, type v) { O::storef(p, v); }
-};
-template <class O>
-struct LanesOf<O, Lum64f> {
-  using type = typename O::D;
-  using Elem = double;
-  static type load(const Elem* p) { return O::loadd(p); }
-  static void store(Elem* p, type v) { O::stored(p, v); }
+  using Elem = std::conditional_t<std::is_same_v<T, Lum8u>, int16_t,
+                                  std::conditional_t<std::is_floating_point_v<T>, T, int32_t>>;
+  using type = std::conditional_t<std::is_same_v<T, Lum32f>, typename O::F,
+                                  std::conditional_t<std::is_same_v<T, Lum64f>, typename O::D, typename O::V>>;
+  static type load(const Elem* p) {
+    if constexpr (std::is_same_v<T, Lum32f>) return O::loadf(p);
+    else if constexpr (std::is_same_v<T, Lum64f>) return O::loadd(p);
+    else return O::load(p);
+  }
+  static void store(Elem* p, type v) {
+    if constexpr (std::is_same_v<T, Lum32f>) O::storef(p, v);
+    else if constexpr (std::is_same_v<T, Lum64f>) O::stored(p, v);
+    else O::store(p, v);
+  }
 };
 // Pixels per vector of T on O.
 template <class O, class T>

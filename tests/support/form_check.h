@@ -17,22 +17,29 @@
 
 namespace lumtest {
 
-// The full-resolution 8-bit forms: channels 0..2 in and out as 16-bit lanes
-// holding 0..255. vblock leaves clamp8 to the store, so lanes compare after it.
-template <class Form>
-struct Px8 {
-  using Lane = int16_t;
-  using Value = int;
+// What every shape adapter shares: three channels in and out, fed to the
+// form's vblock<O> and pixel().
+template <class Form, class LaneT, class ValueT>
+struct Px3Shape {
+  using Lane = LaneT;
+  using Value = ValueT;
   static constexpr int kIn = 3, kOut = 3;
-  static constexpr Value kEdges[] = {0, 1, 16, 127, 128, 235, 254, 255};
-  static Value random(std::mt19937& g) { return Value(g() & 255); }
-  template <class O>
-  static auto load(const Lane* p) { return O::load(p); }
-  template <class O, class V>
-  static void store(Lane* p, V v) { O::store(p, v); }
   template <class O, class V>
   static void block(const V* in, V* out) { Form::template vblock<O>(in, out); }
   static void pixel(const Value* in, Value* out) { Form::pixel(in, out); }
+};
+
+// The full-resolution 8-bit forms: channels 0..2 in and out as 16-bit lanes
+// holding 0..255. vblock leaves clamp8 to the store, so lanes compare after it.
+template <class Form>
+struct Px8 : Px3Shape<Form, int16_t, int> {
+  using Value = int;
+  static constexpr Value kEdges[] = {0, 1, 16, 127, 128, 235, 254, 255};
+  static Value random(std::mt19937& g) { return Value(g() & 255); }
+  template <class O>
+  static auto load(const int16_t* p) { return O::load(p); }
+  template <class O, class V>
+  static void store(int16_t* p, V v) { O::store(p, v); }
   static Value stored(Value lane) { return lane < 0 ? 0 : (lane > 255 ? 255 : lane); }
   static bool same(Value a, Value b) { return a == b; }
 };
@@ -41,22 +48,17 @@ struct Px8 {
 // the zeros, the infinities, NaN and the ends of the range. Results compare bit
 // for bit (any NaN equals any NaN).
 template <class Form>
-struct PxF {
-  using Lane = float;
+struct PxF : Px3Shape<Form, float, float> {
   using Value = float;
-  static constexpr int kIn = 3, kOut = 3;
   static constexpr Value kEdges[] = {0.0f, -0.0f, 1.0f, -1.0f, 1e-40f, 3.4e38f,
                                      std::numeric_limits<float>::infinity(),
                                      -std::numeric_limits<float>::infinity(),
                                      std::numeric_limits<float>::quiet_NaN()};
   static Value random(std::mt19937& g) { return std::uniform_real_distribution<float>(-1000.0f, 1000.0f)(g); }
   template <class O>
-  static auto load(const Lane* p) { return O::loadf(p); }
+  static auto load(const float* p) { return O::loadf(p); }
   template <class O, class V>
-  static void store(Lane* p, V v) { O::storef(p, v); }
-  template <class O, class V>
-  static void block(const V* in, V* out) { Form::template vblock<O>(in, out); }
-  static void pixel(const Value* in, Value* out) { Form::pixel(in, out); }
+  static void store(float* p, V v) { O::storef(p, v); }
   static Value stored(Value lane) { return lane; }
   static bool same(Value a, Value b) {
     if (a != a && b != b) return true;
