@@ -115,6 +115,14 @@ void sumRowSingle(const float* p, int n, ExtendedSum& acc) {
   acc.add(hi);
 }
 
+// The rows of a region into one extended sum.
+template <class L>
+double sumRegionSingle(const float* src, int step, int w, int h) {
+  ExtendedSum acc;
+  for (int y = 0; y < h; ++y) sumRowSingle<L>(rowOf(src, y, step), w, acc);
+  return acc.value();
+}
+
 // ---- lumiSum_32f_C1R, hint 2: double precision ------------------------------
 
 // Blocks of 16 samples (8 pairs). The even positions 0, 2, ..., 14 sum into
@@ -172,11 +180,7 @@ float ownpi_Max_32f_C1R(const float* pSrc, int srcStep, int width, int height) {
   return lanes::with128([&](auto lanes) { return maxRegion<decltype(lanes)>(pSrc, srcStep, width, height); });
 }
 double ownpi_Sum_32f_C1R(const float* pSrc, int srcStep, int width, int height) {
-  ExtendedSum acc;
-  lanes::with128([&](auto lanes) {
-    for (int y = 0; y < height; ++y) sumRowSingle<decltype(lanes)>(rowOf(pSrc, y, srcStep), width, acc);
-  });
-  return acc.value();
+  return lanes::with128([&](auto lanes) { return sumRegionSingle<decltype(lanes)>(pSrc, srcStep, width, height); });
 }
 }  // namespace lum::kern
 
