@@ -23,9 +23,25 @@ struct RowCtx {
   int aval = 0;
 };
 
+// The sample type a form computes on: its Sample, or 8u when it names none.
+template <class Form>
+struct FormSample {
+  using type = Lum8u;
+};
+template <class Form>
+  requires requires { typename Form::Sample; }
+struct FormSample<Form> {
+  using type = typename Form::Sample;
+};
+template <class Form>
+using SampleOf = typename FormSample<Form>::type;
+// The sample type of a layout: its Sample, or 8u when it names none.
+template <class L>
+using LayoutSampleOf = typename FormSample<L>::type;
+
 namespace detail {
-template <Alpha A>
-inline void setAlpha(layout::Px& o, const layout::Px& in, const RowCtx& c) {
+template <Alpha A, class To, class From>
+inline void setAlpha(layout::PxOf<To>& o, const layout::PxOf<From>& in, const RowCtx& c) {
   if constexpr (A == Alpha::Zero) o.v[3] = 0;
   if constexpr (A == Alpha::Aval) o.v[3] = c.aval;
   if constexpr (A == Alpha::Source) o.v[3] = in.v[3];
@@ -79,11 +95,44 @@ template <class Form, class Src, class Dst, Alpha A>
 void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, int leadEnd, const RowCtx& c, RowRest rest);
 }  // namespace wide16
 
-// Runs one form over pixels [x0, x1) of a row by the scalar pixel() rule.
+// True when a form of a sample type other than 8u has a lane-set block
+// vblock<O> over that type's lanes (layouts.h: detail::LanesOf).
+template <class Form>
+constexpr bool hasLaneBlock() {
+  if constexpr (std::is_same_v<SampleOf<Form>, Lum8u>) {
+    return false;
+  } else {
+    using L = typename layout::detail::LanesOf<lanes::Narrow, SampleOf<Form>>::type;
+    return requires(const L* i, L* o) { Form::template vblock<lanes::Narrow>(i, o); };
+  }
+}
+
+// Runs a lane-set form over the groups of whole vectors in [x, x1) on lane set
+// O; returns where the groups end.
+template <class O, class Form, class Src, class Dst, Alpha A>
+inline int runLanes(const SrcPlanes& s, const DstPlanes& d, int x, int x1, const RowCtx& c) {
+  using T = SampleOf<Form>;
+  using L = typename layout::detail::LanesOf<O, T>::type;
+  constexpr int n = layout::detail::kLanesOf<O, T>;
+  for (; x + n <= x1; x += n) {
+    L in[4], out[4];
+    Src::template loadLanes<O>(s, x, in);
+    Form::template vblock<O>(in, out);
+    if constexpr (A == Alpha::Zero) out[3] = layout::detail::splat<O, T>(0);
+    if constexpr (A == Alpha::Aval) out[3] = layout::detail::splat<O, T>(layout::WorkOf<T>(c.aval));
+    if constexpr (A == Alpha::Source) out[3] = in[3];
+    Dst::template storeLanes<O, A != Alpha::Keep>(d, x, out);
+  }
+  return x;
+}
+
+// Runs one form over pixels [x0, x1) of a row by the scalar pixel() rule. The
+// pixel holds the working values of the source's and the destination's sample types.
 template <class Form, class Src, class Dst, Alpha A>
 inline void runPixels(const SrcPlanes& s, const DstPlanes& d, int x0, int x1, const RowCtx& c) {
   for (int x = x0; x < x1; ++x) {
-    layout::Px in, out;
+    layout::PxOf<LayoutSampleOf<Src>> in;
+    layout::PxOf<LayoutSampleOf<Dst>> out;
     Src::load(s, x, in);
     Form::pixel(in.v, out.v);
     detail::setAlpha<A>(out, in, c);
@@ -98,21 +147,28 @@ template <class Form, class Src, class Dst, Alpha A>
 inline void runBlocks(const SrcPlanes& src, const DstPlanes& dst, int x0, int x1, const RowCtx& c) {
   int x = x0;
 #if LUM_SIMD_SSE
-  if (hasBlock<Form>() && useVector()) {
-    // Local copies: the stores may alias anything, and the row pointers
-    // should stay in registers through the loop.
-    const SrcPlanes s = src;
-    const DstPlanes d = dst;
-    for (; x + 8 <= x1; x += 8) {
-      layout::Vx in, out;
-      Src::load(s, x, in);
-      if constexpr (isWide<Form>()) Form::template vblock<lanes::Sse>(in.v, out.v);
-      else if constexpr (hasBlock<Form>()) Form::block(in.v, out.v);
-      detail::setAlpha<A>(out, in, c);
-      Dst::template store<A != Alpha::Keep>(d, x, out);
+  if constexpr (hasBlock<Form>()) {
+    if (useVector()) {
+      // Local copies: the stores may alias anything, and the row pointers
+      // should stay in registers through the loop.
+      const SrcPlanes s = src;
+      const DstPlanes d = dst;
+      for (; x + 8 <= x1; x += 8) {
+        layout::Vx in, out;
+        Src::load(s, x, in);
+        if constexpr (isWide<Form>()) Form::template vblock<lanes::Sse>(in.v, out.v);
+        else if constexpr (hasBlock<Form>()) Form::block(in.v, out.v);
+        detail::setAlpha<A>(out, in, c);
+        Dst::template store<A != Alpha::Keep>(d, x, out);
+      }
     }
   }
 #endif
+  if constexpr (hasLaneBlock<Form>()) {
+    // Forms of other sample types: whole vectors on the 128-bit set of the
+    // build where vector code is on, then their scalar rule.
+    if (useVector()) x = runLanes<lanes::Narrow, Form, Src, Dst, A>(src, dst, x, x1, c);
+  }
   runPixels<Form, Src, Dst, A>(src, dst, x, x1, c);
 }
 

@@ -250,6 +250,35 @@ struct Emu {
     }
     return load(r);
   }
+
+ public:
+  // ---- added for the row primitives
+  // Lane 0 (loadf1) or lanes 0 and 1 (loadf2) from memory, the other lanes zero.
+  static F loadf1(const float* p) { F r = zerof(); std::memcpy(r.l, p, 4); return r; }
+  static F loadf2(const float* p) { F r = zerof(); std::memcpy(r.l, p, 8); return r; }
+  // maxf of lane 0 (maxf1) or lanes 0 and 1 (maxf2) with samples from memory,
+  // acc as the first operand; the other lanes keep acc.
+  static F maxf1(F acc, const float* p) { const F x = loadf1(p); acc.l[0] = emu::maxX(acc.l[0], x.l[0]); return acc; }
+  static F maxf2(F acc, const float* p) {
+    const F x = loadf2(p);
+    for (int i = 0; i < 2; ++i) acc.l[i] = emu::maxX(acc.l[i], x.l[i]);
+    return acc;
+  }
+  // The upper lanes folded onto the lower ones: lo = l0 + l2, hi = l1 + l3.
+  static void foldAddf(F t, float& lo, float& hi) {
+    lo = t.l[0] + t.l[2];
+    hi = t.l[1] + t.l[3];
+  }
+  // maxf(maxf(l0, l2), maxf(l1, l3)), the lower lane as first operand at each step.
+  static float foldMaxf(F t) { return emu::maxX(emu::maxX(t.l[0], t.l[2]), emu::maxX(t.l[1], t.l[3])); }
+  // The even lanes {a0, a2, b0, b2} and the odd lanes {a1, a3, b1, b3} of two vectors.
+  static F evensf(F a, F b) { return {{a.l[0], a.l[2], b.l[0], b.l[2]}}; }
+  static F oddsf(F a, F b) { return {{a.l[1], a.l[3], b.l[1], b.l[3]}}; }
+  // Float lanes 0 and 1 (cvtfdLo) or 2 and 3 (cvtfdHi) widened to double lanes.
+  static D cvtfdLo(F a) { return {{double(a.l[0]), double(a.l[1])}}; }
+  static D cvtfdHi(F a) { return {{double(a.l[2]), double(a.l[3])}}; }
+  // l0 + l1 of double lanes.
+  static double sumd(D a) { return a.l[0] + a.l[1]; }
 };
 
 #if LUM_SIMD_SSE
@@ -350,6 +379,26 @@ struct Sse {
   static V packus16(V lo, V hi) { return _mm_packus_epi16(lo, hi); }
   static V zipLo8(V a, V b) { return _mm_unpacklo_epi8(a, b); }
   static V zipHi8(V a, V b) { return _mm_unpackhi_epi8(a, b); }
+  // ---- added for the row primitives
+  static F loadf1(const float* p) { return _mm_castsi128_ps(_mm_loadu_si32(p)); }
+  static F loadf2(const float* p) { return _mm_castsi128_ps(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p))); }
+  static F maxf1(F acc, const float* p) { return _mm_max_ss(acc, loadf1(p)); }
+  // Lanes 2 and 3 are acc against itself, which gives acc bit for bit.
+  static F maxf2(F acc, const float* p) { return _mm_max_ps(acc, _mm_loadl_pi(acc, reinterpret_cast<const __m64*>(p))); }
+  static void foldAddf(F t, float& lo, float& hi) {
+    const F f = _mm_add_ps(t, _mm_movehl_ps(t, t));
+    lo = _mm_cvtss_f32(f);
+    hi = _mm_cvtss_f32(_mm_shuffle_ps(f, f, 1));
+  }
+  static float foldMaxf(F t) {
+    const F h = _mm_max_ps(t, _mm_movehl_ps(t, t));
+    return _mm_cvtss_f32(_mm_max_ss(h, _mm_shuffle_ps(h, h, 1)));
+  }
+  static F evensf(F a, F b) { return _mm_shuffle_ps(a, b, _MM_SHUFFLE(2, 0, 2, 0)); }
+  static F oddsf(F a, F b) { return _mm_shuffle_ps(a, b, _MM_SHUFFLE(3, 1, 3, 1)); }
+  static D cvtfdLo(F a) { return _mm_cvtps_pd(a); }
+  static D cvtfdHi(F a) { return _mm_cvtps_pd(_mm_movehl_ps(a, a)); }
+  static double sumd(D a) { return _mm_cvtsd_f64(a) + _mm_cvtsd_f64(_mm_unpackhi_pd(a, a)); }
 };
 
 // The 128-bit set of this build: the register where there is one.

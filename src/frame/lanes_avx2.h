@@ -108,6 +108,42 @@ struct Avx2 {
   static V packus16(V lo, V hi) { return _mm256_packus_epi16(lo, hi); }
   static V zipLo8(V a, V b) { return _mm256_unpacklo_epi8(a, b); }
   static V zipHi8(V a, V b) { return _mm256_unpackhi_epi8(a, b); }
+  // ---- added for the row primitives
+  // Lane 0, or lanes 0 and 1, of the whole register; the other lanes as in Sse.
+  static F loadf1(const float* p) { return _mm256_zextps128_ps256(_mm_castsi128_ps(_mm_loadu_si32(p))); }
+  static F loadf2(const float* p) {
+    return _mm256_zextps128_ps256(_mm_castsi128_ps(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p))));
+  }
+  static F maxf1(F acc, const float* p) { return _mm256_blend_ps(acc, _mm256_max_ps(acc, loadf1(p)), 1); }
+  static F maxf2(F acc, const float* p) { return _mm256_blend_ps(acc, _mm256_max_ps(acc, loadf2(p)), 3); }
+  // The upper 128-bit half folded onto the lower one (l + l[4 + i]), then as in Sse.
+  static void foldAddf(F t, float& lo, float& hi) {
+    const __m128 q = _mm_add_ps(_mm256_castps256_ps128(t), _mm256_extractf128_ps(t, 1));
+    const __m128 f = _mm_add_ps(q, _mm_movehl_ps(q, q));
+    lo = _mm_cvtss_f32(f);
+    hi = _mm_cvtss_f32(_mm_shuffle_ps(f, f, 1));
+  }
+  static float foldMaxf(F t) {
+    const __m128 q = _mm_max_ps(_mm256_castps256_ps128(t), _mm256_extractf128_ps(t, 1));
+    const __m128 h = _mm_max_ps(q, _mm_movehl_ps(q, q));
+    return _mm_cvtss_f32(_mm_max_ss(h, _mm_shuffle_ps(h, h, 1)));
+  }
+  // Within each 128-bit half, as in Sse.
+  static F evensf(F a, F b) { return _mm256_shuffle_ps(a, b, _MM_SHUFFLE(2, 0, 2, 0)); }
+  static F oddsf(F a, F b) { return _mm256_shuffle_ps(a, b, _MM_SHUFFLE(3, 1, 3, 1)); }
+  // Each 128-bit half's float lanes 0 and 1 (or 2 and 3) to that half's double lanes.
+  static D cvtfdLo(F a) {
+    return _mm256_cvtps_pd(_mm256_castps256_ps128(_mm256_permutevar8x32_ps(a, _mm256_setr_epi32(0, 1, 4, 5, 2, 3, 6, 7))));
+  }
+  static D cvtfdHi(F a) {
+    return _mm256_cvtps_pd(_mm256_extractf128_ps(_mm256_permutevar8x32_ps(a, _mm256_setr_epi32(0, 1, 4, 5, 2, 3, 6, 7)), 1));
+  }
+  // (l0 + l1) + (l2 + l3): each half's sum, then the halves.
+  static double sumd(D a) {
+    const __m128d lo = _mm256_castpd256_pd128(a), hi = _mm256_extractf128_pd(a, 1);
+    return (_mm_cvtsd_f64(lo) + _mm_cvtsd_f64(_mm_unpackhi_pd(lo, lo))) +
+           (_mm_cvtsd_f64(hi) + _mm_cvtsd_f64(_mm_unpackhi_pd(hi, hi)));
+  }
 };
 
 }  // namespace

@@ -1,20 +1,100 @@
-// Pixel layouts of 8-bit images: load and store adaptors between memory and the
-// three channels (plus alpha) a form works on. Channel k of a form is the k-th
-// letter of its model (R, G, B or Y, Cb, Cr); the layout maps it to memory.
+// Pixel layouts: load and store adaptors between memory and the three channels
+// (plus alpha) a form works on, over a sample type T (Lum8u, Lum16u, Lum16s,
+// Lum32f, Lum64f; 8u when not named). Channel k of a form is the k-th letter of
+// its model (R, G, B or Y, Cb, Cr); the layout maps it to memory. Steps stay in
+// bytes; samples are read and written at any address.
 #pragma once
 
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #include "frame/rows.h"
 #include "frame/simd.h"
 
 namespace lum::layout {
 
-// One pixel as the form sees it: three channels and alpha (v[3]).
-struct Px {
-  int v[4];
+// The type a form computes a sample in: int for integer samples, float for
+// 32f, double for 64f.
+template <class T>
+struct SampleTraits {
+  using Work = int;
 };
+template <>
+struct SampleTraits<Lum32f> {
+  using Work = float;
+};
+template <>
+struct SampleTraits<Lum64f> {
+  using Work = double;
+};
+template <class T>
+using WorkOf = typename SampleTraits<T>::Work;
+
+// One pixel as the form sees it: three channels and alpha (v[3]).
+template <class T>
+struct PxOf {
+  WorkOf<T> v[4];
+};
+using Px = PxOf<Lum8u>;
+
+// Row pointer of a plane as samples of type T.
+template <class T>
+inline const T* samples(const uint8_t* row) { return reinterpret_cast<const T*>(row); }
+template <class T>
+inline T* samples(uint8_t* row) { return reinterpret_cast<T*>(row); }
+
+namespace detail {
+// The lanes of sample type T on lane set O, for the lane adaptors: 16-bit V
+// lanes for 8u; 32-bit V lanes for 16u and 16s (whose sums then need no
+// saturation); F lanes for 32f; D lanes for 64f.
+template <class O, class T>
+struct LanesOf {
+  using Elem = std::conditional_t<std::is_same_v<T, Lum8u>, int16_t,
+                                  std::conditional_t<std::is_floating_point_v<T>, T, int32_t>>;
+  using type = std::conditional_t<std::is_same_v<T, Lum32f>, typename O::F,
+                                  std::conditional_t<std::is_same_v<T, Lum64f>, typename O::D, typename O::V>>;
+  static type load(const Elem* p) {
+    if constexpr (std::is_same_v<T, Lum32f>) return O::loadf(p);
+    else if constexpr (std::is_same_v<T, Lum64f>) return O::loadd(p);
+    else return O::load(p);
+  }
+  static void store(Elem* p, type v) {
+    if constexpr (std::is_same_v<T, Lum32f>) O::storef(p, v);
+    else if constexpr (std::is_same_v<T, Lum64f>) O::stored(p, v);
+    else O::store(p, v);
+  }
+};
+// Pixels per vector of T on O.
+template <class O, class T>
+constexpr int kLanesOf = int(sizeof(typename LanesOf<O, T>::type) / sizeof(typename LanesOf<O, T>::Elem));
+
+// Samples p[0], p[stride], ... of one channel into one vector of lanes.
+template <class O, class T>
+inline typename LanesOf<O, T>::type gather(const T* p, int stride) {
+  using L = LanesOf<O, T>;
+  alignas(32) typename L::Elem t[kLanesOf<O, T>];
+  for (int i = 0; i < kLanesOf<O, T>; ++i) t[i] = typename L::Elem(loadAt(p + std::ptrdiff_t(i) * stride));
+  return L::load(t);
+}
+// One vector of lanes into samples p[0], p[stride], ...; the lanes already hold
+// values of T (the form makes its clamp or rounding before the store).
+template <class O, class T>
+inline void scatter(T* p, int stride, typename LanesOf<O, T>::type v) {
+  using L = LanesOf<O, T>;
+  alignas(32) typename L::Elem t[kLanesOf<O, T>];
+  L::store(t, v);
+  for (int i = 0; i < kLanesOf<O, T>; ++i) storeAt(p + std::ptrdiff_t(i) * stride, T(t[i]));
+}
+// Every lane set to v.
+template <class O, class T>
+inline typename LanesOf<O, T>::type splat(WorkOf<T> v) {
+  using L = LanesOf<O, T>;
+  alignas(32) typename L::Elem t[kLanesOf<O, T>];
+  for (auto& e : t) e = typename L::Elem(v);
+  return L::load(t);
+}
+}  // namespace detail
 
 #if LUM_SIMD_SSE
 // Eight pixels as 16-bit lanes, one vector per channel and one for alpha.
@@ -100,26 +180,43 @@ inline void interleave4(uint8_t* p, const __m128i in[4]) {
 }  // namespace detail
 #endif
 
-// Three interleaved channels; memory byte k holds form channel Ik.
-template <int I0, int I1, int I2>
+// Three interleaved channels; memory sample k holds form channel Ik.
+template <int I0, int I1, int I2, class T = Lum8u>
 struct C3 {
-  static constexpr int kBytes = 3;
-  static void load(const SrcPlanes& s, int x, Px& o) {
-    const uint8_t* p = s.p[0] + 3 * x;
-    o.v[I0] = p[0];
-    o.v[I1] = p[1];
-    o.v[I2] = p[2];
+  using Sample = T;
+  static constexpr int kBytes = 3 * int(sizeof(T));  // bytes per pixel
+  static void load(const SrcPlanes& s, int x, PxOf<T>& o) {
+    const T* p = samples<T>(s.p[0]) + 3 * std::ptrdiff_t(x);
+    o.v[I0] = loadAt(p);
+    o.v[I1] = loadAt(p + 1);
+    o.v[I2] = loadAt(p + 2);
     o.v[3] = 0;
   }
   template <bool WriteAlpha>
-  static void store(const DstPlanes& d, int x, const Px& o) {
-    uint8_t* p = d.p[0] + 3 * x;
-    p[0] = uint8_t(o.v[I0]);
-    p[1] = uint8_t(o.v[I1]);
-    p[2] = uint8_t(o.v[I2]);
+  static void store(const DstPlanes& d, int x, const PxOf<T>& o) {
+    T* p = samples<T>(d.p[0]) + 3 * std::ptrdiff_t(x);
+    storeAt(p, T(o.v[I0]));
+    storeAt(p + 1, T(o.v[I1]));
+    storeAt(p + 2, T(o.v[I2]));
+  }
+  // kLanesOf<O, T> pixels as one vector per channel (alpha lanes zero).
+  template <class O, class L>
+  static void loadLanes(const SrcPlanes& s, int x, L o[4]) {
+    const T* p = samples<T>(s.p[0]) + 3 * std::ptrdiff_t(x);
+    o[I0] = detail::gather<O>(p, 3);
+    o[I1] = detail::gather<O>(p + 1, 3);
+    o[I2] = detail::gather<O>(p + 2, 3);
+    o[3] = detail::splat<O, T>(0);
+  }
+  template <class O, bool WriteAlpha, class L>
+  static void storeLanes(const DstPlanes& d, int x, const L o[4]) {
+    T* p = samples<T>(d.p[0]) + 3 * std::ptrdiff_t(x);
+    detail::scatter<O>(p, 3, o[I0]);
+    detail::scatter<O>(p + 1, 3, o[I1]);
+    detail::scatter<O>(p + 2, 3, o[I2]);
   }
 #if LUM_SIMD_SSE
-  static void load(const SrcPlanes& s, int x, Vx& o) {
+  static void load(const SrcPlanes& s, int x, Vx& o) requires std::is_same_v<T, Lum8u> {
     __m128i m[3];
     detail::deinterleave3(s.p[0] + 3 * x, m);
     o.v[I0] = m[0];
@@ -128,7 +225,7 @@ struct C3 {
     o.v[3] = _mm_setzero_si128();
   }
   template <bool WriteAlpha>
-  static void store(const DstPlanes& d, int x, const Vx& o) {
+  static void store(const DstPlanes& d, int x, const Vx& o) requires std::is_same_v<T, Lum8u> {
     const __m128i m[3] = {o.v[I0], o.v[I1], o.v[I2]};
     detail::interleave3(d.p[0] + 3 * x, m);
   }
@@ -137,26 +234,44 @@ struct C3 {
 
 // Four interleaved channels, the fourth being alpha; store writes alpha only
 // when the caller's rule asks for it, and otherwise leaves that byte alone.
-template <int I0, int I1, int I2>
+template <int I0, int I1, int I2, class T = Lum8u>
 struct C4 {
-  static constexpr int kBytes = 4;
-  static void load(const SrcPlanes& s, int x, Px& o) {
-    const uint8_t* p = s.p[0] + 4 * x;
-    o.v[I0] = p[0];
-    o.v[I1] = p[1];
-    o.v[I2] = p[2];
-    o.v[3] = p[3];
+  using Sample = T;
+  static constexpr int kBytes = 4 * int(sizeof(T));  // bytes per pixel
+  static void load(const SrcPlanes& s, int x, PxOf<T>& o) {
+    const T* p = samples<T>(s.p[0]) + 4 * std::ptrdiff_t(x);
+    o.v[I0] = loadAt(p);
+    o.v[I1] = loadAt(p + 1);
+    o.v[I2] = loadAt(p + 2);
+    o.v[3] = loadAt(p + 3);
   }
   template <bool WriteAlpha>
-  static void store(const DstPlanes& d, int x, const Px& o) {
-    uint8_t* p = d.p[0] + 4 * x;
-    p[0] = uint8_t(o.v[I0]);
-    p[1] = uint8_t(o.v[I1]);
-    p[2] = uint8_t(o.v[I2]);
-    if constexpr (WriteAlpha) p[3] = uint8_t(o.v[3]);
+  static void store(const DstPlanes& d, int x, const PxOf<T>& o) {
+    T* p = samples<T>(d.p[0]) + 4 * std::ptrdiff_t(x);
+    storeAt(p, T(o.v[I0]));
+    storeAt(p + 1, T(o.v[I1]));
+    storeAt(p + 2, T(o.v[I2]));
+    if constexpr (WriteAlpha) storeAt(p + 3, T(o.v[3]));
+  }
+  template <class O, class L>
+  static void loadLanes(const SrcPlanes& s, int x, L o[4]) {
+    const T* p = samples<T>(s.p[0]) + 4 * std::ptrdiff_t(x);
+    o[I0] = detail::gather<O>(p, 4);
+    o[I1] = detail::gather<O>(p + 1, 4);
+    o[I2] = detail::gather<O>(p + 2, 4);
+    o[3] = detail::gather<O>(p + 3, 4);
+  }
+  // Kept alpha is never written.
+  template <class O, bool WriteAlpha, class L>
+  static void storeLanes(const DstPlanes& d, int x, const L o[4]) {
+    T* p = samples<T>(d.p[0]) + 4 * std::ptrdiff_t(x);
+    detail::scatter<O>(p, 4, o[I0]);
+    detail::scatter<O>(p + 1, 4, o[I1]);
+    detail::scatter<O>(p + 2, 4, o[I2]);
+    if constexpr (WriteAlpha) detail::scatter<O>(p + 3, 4, o[3]);
   }
 #if LUM_SIMD_SSE
-  static void load(const SrcPlanes& s, int x, Vx& o) {
+  static void load(const SrcPlanes& s, int x, Vx& o) requires std::is_same_v<T, Lum8u> {
     __m128i m[4];
     detail::deinterleave4(s.p[0] + 4 * x, m);
     o.v[I0] = m[0];
@@ -165,7 +280,7 @@ struct C4 {
     o.v[3] = m[3];
   }
   template <bool WriteAlpha>
-  static void store(const DstPlanes& d, int x, const Vx& o) {
+  static void store(const DstPlanes& d, int x, const Vx& o) requires std::is_same_v<T, Lum8u> {
     uint8_t* p = d.p[0] + 4 * x;
     const __m128i m[4] = {o.v[I0], o.v[I1], o.v[I2], o.v[3]};
     if constexpr (WriteAlpha) {
@@ -182,25 +297,36 @@ struct C4 {
 };
 
 // N planes (3 colour planes, or 4 with an alpha plane), channel k in plane k.
-template <int N>
+template <int N, class T = Lum8u>
 struct P {
-  static constexpr int kBytes = 1;
-  static void load(const SrcPlanes& s, int x, Px& o) {
-    for (int k = 0; k < 3; ++k) o.v[k] = s.p[k][x];
-    o.v[3] = N > 3 ? s.p[3][x] : 0;
+  using Sample = T;
+  static constexpr int kBytes = int(sizeof(T));  // bytes per pixel in each plane
+  static void load(const SrcPlanes& s, int x, PxOf<T>& o) {
+    for (int k = 0; k < 3; ++k) o.v[k] = loadAt(samples<T>(s.p[k]) + x);
+    o.v[3] = N > 3 ? loadAt(samples<T>(s.p[3]) + x) : 0;
   }
   template <bool WriteAlpha>
-  static void store(const DstPlanes& d, int x, const Px& o) {
-    for (int k = 0; k < 3; ++k) d.p[k][x] = uint8_t(o.v[k]);
-    if constexpr (N > 3 && WriteAlpha) d.p[3][x] = uint8_t(o.v[3]);
+  static void store(const DstPlanes& d, int x, const PxOf<T>& o) {
+    for (int k = 0; k < 3; ++k) storeAt(samples<T>(d.p[k]) + x, T(o.v[k]));
+    if constexpr (N > 3 && WriteAlpha) storeAt(samples<T>(d.p[3]) + x, T(o.v[3]));
+  }
+  template <class O, class L>
+  static void loadLanes(const SrcPlanes& s, int x, L o[4]) {
+    for (int k = 0; k < 3; ++k) o[k] = detail::gather<O>(samples<T>(s.p[k]) + x, 1);
+    o[3] = N > 3 ? detail::gather<O>(samples<T>(s.p[3]) + x, 1) : detail::splat<O, T>(0);
+  }
+  template <class O, bool WriteAlpha, class L>
+  static void storeLanes(const DstPlanes& d, int x, const L o[4]) {
+    for (int k = 0; k < 3; ++k) detail::scatter<O>(samples<T>(d.p[k]) + x, 1, o[k]);
+    if constexpr (N > 3 && WriteAlpha) detail::scatter<O>(samples<T>(d.p[3]) + x, 1, o[3]);
   }
 #if LUM_SIMD_SSE
-  static void load(const SrcPlanes& s, int x, Vx& o) {
+  static void load(const SrcPlanes& s, int x, Vx& o) requires std::is_same_v<T, Lum8u> {
     for (int k = 0; k < 3; ++k) o.v[k] = detail::load8x8(s.p[k] + x);
     o.v[3] = N > 3 ? detail::load8x8(s.p[3] + x) : _mm_setzero_si128();
   }
   template <bool WriteAlpha>
-  static void store(const DstPlanes& d, int x, const Vx& o) {
+  static void store(const DstPlanes& d, int x, const Vx& o) requires std::is_same_v<T, Lum8u> {
     for (int k = 0; k < 3; ++k) detail::store8x8(d.p[k] + x, o.v[k]);
     if constexpr (N > 3 && WriteAlpha) detail::store8x8(d.p[3] + x, o.v[3]);
   }
@@ -213,5 +339,19 @@ using RGBA = C4<0, 1, 2>;
 using BGRA = C4<2, 1, 0>;
 using P3 = P<3>;
 using P4 = P<4>;
+
+// The same layouts over any sample type.
+template <class T>
+using RGBOf = C3<0, 1, 2, T>;
+template <class T>
+using BGROf = C3<2, 1, 0, T>;
+template <class T>
+using RGBAOf = C4<0, 1, 2, T>;
+template <class T>
+using BGRAOf = C4<2, 1, 0, T>;
+template <class T>
+using P3Of = P<3, T>;
+template <class T>
+using P4Of = P<4, T>;
 
 }  // namespace lum::layout

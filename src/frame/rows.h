@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <type_traits>
 
 #include "lumcc.h"
@@ -15,6 +16,19 @@ template <class T>
 inline T* rowAt(T* base, int y, int step) {
   using Byte = std::conditional_t<std::is_const_v<T>, const uint8_t, uint8_t>;
   return reinterpret_cast<T*>(reinterpret_cast<Byte*>(base) + std::ptrdiff_t(y) * step);
+}
+
+// One sample read or written at any address: a sample type's pointer need not
+// be aligned to the sample's size.
+template <class T>
+inline T loadAt(const T* p) {
+  T v;
+  std::memcpy(&v, p, sizeof(T));
+  return v;
+}
+template <class T>
+inline void storeAt(T* p, T v) {
+  std::memcpy(p, &v, sizeof(T));
 }
 
 // Row pointers of up to four planes, one step each; what a row kernel receives.

@@ -1,8 +1,8 @@
 // 256-bit (AVX2) blocks. They are built into files of their own with their own
 // compiler flags and entered only when the processor has AVX2, a test made once
 // per call. They compute exactly the lanes of the 128-bit blocks and of the
-// scalar twins, so the choice never shows in a result. The switch and the
-// processor test themselves live in frame/simd.h.
+// scalar twins, so the choice never shows in a result. The one switch is
+// useWide() and the one processor test processorHasAvx2(), both in frame/simd.h.
 #pragma once
 
 #include "frame/simd.h"
@@ -13,7 +13,8 @@
 
 namespace lum {
 
-// True when the processor and the operating system run AVX2 code.
+// Deprecated: the processor test under another name, for the callers that have
+// not moved to useWide(). New code asks useWide() once per call.
 inline bool cpuHasAvx2() noexcept { return LUM_SIMD_AVX2 && processorHasAvx2(); }
 
 }  // namespace lum

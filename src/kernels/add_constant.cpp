@@ -3,7 +3,8 @@
 // either sign) is not an operation at all but a copy, which keeps a signalling
 // NaN or a negative zero of the source as it is.
 #include "frame/check.h"
-#include "frame/simd.h"
+#include "frame/lanes.h"
+#include "frame/rows.h"
 #include "kernels/primitives.h"
 
 using namespace lum;
@@ -12,45 +13,42 @@ namespace {
 
 struct AddForm {
   static float pixel(float s, float v) { return s + v; }
-#if LUM_SIMD_SSE
-  static __m128 block(__m128 s, __m128 v) { return _mm_add_ps(s, v); }
-#endif
+  template <class O, class F = typename O::F>
+  static F vblock(F s, F v) { return O::addf(s, v); }
 };
 
 struct SubForm {
   static float pixel(float s, float v) { return s - v; }
-#if LUM_SIMD_SSE
-  static __m128 block(__m128 s, __m128 v) { return _mm_sub_ps(s, v); }
-#endif
+  template <class O, class F = typename O::F>
+  static F vblock(F s, F v) { return O::subf(s, v); }
 };
 
-// Eight elements by the form: two vectors, or the scalar twin lane by lane.
+// One element by the form's scalar rule, at any address.
 template <class Form>
-inline void eight(const float* s, float v, float* d, bool vec) {
-#if LUM_SIMD_SSE
-  if (vec) {
-    const __m128 vv = _mm_set1_ps(v);
-    _mm_storeu_ps(d, Form::block(_mm_loadu_ps(s), vv));
-    _mm_storeu_ps(d + 4, Form::block(_mm_loadu_ps(s + 4), vv));
-    return;
-  }
-#endif
-  (void)vec;
-  for (int k = 0; k < 8; ++k) d[k] = Form::pixel(s[k], v);
+inline void one(const float* s, float v, float* d) {
+  storeAt(d, Form::pixel(loadAt(s), v));
 }
 
 // ownsAddC_32f / ownsSubC_32f: from 11 elements on, a word-aligned destination
-// is peeled to 16-byte alignment; then 8 elements a step, then singles.
-template <class Form>
+// is peeled to 16-byte alignment; then 8 elements a step (two vectors), then singles.
+template <class Form, class O>
 void arithConst(const float* s, float v, float* d, int len) {
   int i = 0;
   if (len >= 11) {
     if ((reinterpret_cast<uintptr_t>(d) & 3) == 0)
-      for (; i < len && (reinterpret_cast<uintptr_t>(d + i) & 15); ++i) d[i] = Form::pixel(s[i], v);
-    const bool vec = useVector();
-    for (; i + 8 <= len; i += 8) eight<Form>(s + i, v, d + i, vec);
+      for (; i < len && (reinterpret_cast<uintptr_t>(d + i) & 15); ++i) one<Form>(s + i, v, d + i);
+    const auto vv = O::setf(v);
+    for (; i + 8 <= len; i += 8) {
+      O::storef(d + i, Form::template vblock<O>(O::loadf(s + i), vv));
+      O::storef(d + i + 4, Form::template vblock<O>(O::loadf(s + i + 4), vv));
+    }
   }
-  for (; i < len; ++i) d[i] = Form::pixel(s[i], v);
+  for (; i < len; ++i) one<Form>(s + i, v, d + i);
+}
+
+template <class Form>
+void arithConst(const float* s, float v, float* d, int len) {
+  lanes::with128([&](auto lanes) { arithConst<Form, decltype(lanes)>(s, v, d, len); });
 }
 
 // The copy of val 0 makes its own checks, so its status is the one returned.

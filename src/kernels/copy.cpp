@@ -3,9 +3,10 @@
 // copy of the chroma-layout kernels. Every copy runs forward; source and
 // destination must not overlap. Which stores a path uses never changes a byte.
 #include <climits>
+#include <cstring>
 
 #include "frame/check.h"
-#include "kernels/byte_ops.h"
+#include "frame/lanes.h"
 #include "kernels/cache_probe.h"
 #include "kernels/primitives.h"
 
@@ -13,6 +14,42 @@ using namespace lum;
 using namespace lum::kern;
 
 namespace {
+
+// How the 64-byte blocks of a kernel store.
+enum class Stores { Aligned, Streaming };
+
+// Stores one 16-byte value at a 16-byte aligned address, streaming or not.
+template <class O, Stores S, class V>
+inline void put16(uint8_t* d, const V& v) {
+  if constexpr (S == Stores::Streaming)
+    O::stream(d, v);
+  else
+    O::storeA(d, v);
+}
+
+// Copies 64 bytes to a 16-byte aligned destination; loads aligned when asked.
+template <class O, Stores S, bool AlignedLoad>
+inline void copy64(const uint8_t* s, uint8_t* d) {
+  for (int k = 0; k < 64; k += 16) {
+    const auto v = AlignedLoad ? O::loadA(s + k) : O::load(s + k);
+    put16<O, S>(d + k, v);
+  }
+}
+
+// Copies n bytes by scalar moves: 8 at a step, then 4, then single bytes.
+inline void copySmall(const uint8_t* s, uint8_t* d, size_t n) {
+  for (; n >= 8; n -= 8, s += 8, d += 8) std::memcpy(d, s, 8);
+  if (n >= 4) {
+    std::memcpy(d, s, 4);
+    s += 4;
+    d += 4;
+    n -= 4;
+  }
+  for (; n; --n) *d++ = *s++;
+}
+
+// Bytes to the next multiple of `align` (a power of two) from p.
+inline size_t toAlign(const void* p, size_t align) { return size_t(-reinterpret_cast<uintptr_t>(p)) & (align - 1); }
 
 // ---- owniCopy8uas ---------------------------------------------------------
 
@@ -193,10 +230,10 @@ void ccCopy(const uint8_t* s, uint8_t* d, size_t n, bool streaming) {
 
 namespace lum::kern {
 void owniCopy8uas(const uint8_t* s, int srcStep, uint8_t* d, int dstStep, int w, int h, RegionCopyPlan plan) {
-  withByteOps([&](auto ops) { copyRegion<decltype(ops)>(s, srcStep, d, dstStep, w, h, plan); });
+  lanes::with128([&](auto ops) { copyRegion<decltype(ops)>(s, srcStep, d, dstStep, w, h, plan); });
 }
 void ownsCopy_8u(const uint8_t* s, uint8_t* d, size_t n, bool streaming) {
-  withByteOps([&](auto ops) { copyBytes<decltype(ops)>(s, d, n, streaming); });
+  lanes::with128([&](auto ops) { copyBytes<decltype(ops)>(s, d, n, streaming); });
 }
 void ownsCopy_8u(const uint8_t* s, uint8_t* d, size_t n) { ownsCopy_8u(s, d, n, bytesCopyStreams(n)); }
 }  // namespace lum::kern
@@ -204,7 +241,7 @@ void ownsCopy_8u(const uint8_t* s, uint8_t* d, size_t n) { ownsCopy_8u(s, d, n, 
 namespace lum {
 void ownccCopy_8u_C1_W7(const Lum8u* pSrc, Lum8u* pDst, int len, bool streaming) {
   if (len <= 0) return;
-  withByteOps([&](auto ops) { ccCopy<decltype(ops)>(pSrc, pDst, size_t(len), streaming); });
+  lanes::with128([&](auto ops) { ccCopy<decltype(ops)>(pSrc, pDst, size_t(len), streaming); });
 }
 }  // namespace lum
 

@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "frame/check.h"
-#include "kernels/byte_ops.h"
+#include "frame/lanes.h"
 #include "kernels/cache_probe.h"
 #include "kernels/primitives.h"
 #include "lumcore.h"
@@ -30,7 +30,7 @@ void setRest(uint8_t* d, size_t n, typename O::V v, uint8_t value) {
 // 64 bytes take the rest alone.
 template <class O>
 void setRow(uint8_t* d, size_t n, uint8_t value, bool streaming) {
-  const auto v = O::splat(value);
+  const auto v = O::splat8(value);
   if (n < 64) {
     setRest<O, false>(d, n, v, value);
     return;
@@ -52,7 +52,7 @@ void setRow(uint8_t* d, size_t n, uint8_t value, bool streaming) {
 
 template <class O>
 void setWords(uint32_t* d, size_t n, uint32_t w, bool streaming) {
-  const auto v = O::splat32(w);
+  const auto v = O::set32(int(w));
   uint8_t* p = reinterpret_cast<uint8_t*>(d);
   if (reinterpret_cast<uintptr_t>(d) & 3) {
     // A destination off the word grid is filled with unaligned stores.
@@ -77,10 +77,10 @@ void setWords(uint32_t* d, size_t n, uint32_t w, bool streaming) {
 
 namespace lum::kern {
 void owniSet_8u_C1_W7(uint8_t* d, size_t n, uint8_t value, bool streaming) {
-  withByteOps([&](auto ops) { setRow<decltype(ops)>(d, n, value, streaming); });
+  lanes::with128([&](auto ops) { setRow<decltype(ops)>(d, n, value, streaming); });
 }
 void ownsSet_32s(uint32_t* d, size_t n, uint32_t w, bool streaming) {
-  withByteOps([&](auto ops) { setWords<decltype(ops)>(d, n, w, streaming); });
+  lanes::with128([&](auto ops) { setWords<decltype(ops)>(d, n, w, streaming); });
 }
 void ownsSet_32s(uint32_t* d, size_t n, uint32_t w) { ownsSet_32s(d, n, w, wordsSetStreams(n)); }
 }  // namespace lum::kern
