@@ -64,13 +64,10 @@ inline void spreadCells(__m128i c, __m128i& lo, __m128i& hi) {
   }
 }
 // Eight lanes of form F for a store that narrows with unsigned saturation: the
-// form's vblock where it has one (it leaves clamp8 to that store), else block().
-template <class F>
-concept HasLaneBlock = requires(const __m128i* in, __m128i* out) { F::template vblock<lanes::Sse>(in, out); };
+// form's vblock, which leaves clamp8 to that store.
 template <class F>
 inline void storedBlock(const __m128i* in, __m128i* out) {
-  if constexpr (HasLaneBlock<F>) F::template vblock<lanes::Sse>(in, out);
-  else F::block(in, out);
+  F::template vblock<lanes::Sse>(in, out);
 }
 template <bool Aligned>
 inline __m128i loadLuma16(const uint8_t* p) {

@@ -16,7 +16,6 @@
 
 #include "frame/cell_layouts.h"
 #include "frame/cell_wide.h"
-#include "frame/fixed_point_avx2.h"
 #include "frame/lanes_avx2.h"
 #include "frame/layouts.h"
 
@@ -30,19 +29,12 @@ struct Wx {
   W v[4];
 };
 
-// The 256-bit block of a form: its vblock on the sixteen-lane set where it has
-// one, else its own block() where that is written for any vector width; the
-// files that use other forms specialise this with their twins. Every output of
-// a step is narrowed by a saturating pack, which is clamp8, so vblock's lanes
+// The 256-bit block of a form: its vblock on the sixteen-lane set. Every output
+// of a step is narrowed by a saturating pack, which is clamp8, so vblock's lanes
 // (clamp8 left to the store) give the same bytes.
 template <class F>
-concept HasWideLaneBlock = requires(const W* in, W* out) { F::template vblock<lanes::Avx2>(in, out); };
-template <class F>
 struct WideForm {
-  static void block(const W* in, W* out) {
-    if constexpr (HasWideLaneBlock<F>) F::template vblock<lanes::Avx2>(in, out);
-    else F::block(in, out);
-  }
+  static void block(const W* in, W* out) { F::template vblock<lanes::Avx2>(in, out); }
 };
 
 inline W load2x16(const uint8_t* lo, const uint8_t* hi) {

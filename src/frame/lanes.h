@@ -191,6 +191,43 @@ struct Emu {
   static D subd(D a, D b) { return mapd(a, b, [](double x, double y) { return x - y; }); }
   static D muld(D a, D b) { return mapd(a, b, [](double x, double y) { return x * y; }); }
   static D divd(D a, D b) { return mapd(a, b, [](double x, double y) { return x / y; }); }
+  // ---- added for the 4:2:x forms
+  // Sums of adjacent 16-bit lanes (wrapping): in each 128-bit half, the four
+  // pair sums of a, then the four of b.
+  static V hadd16(V a, V b) {
+    V r;
+    for (int i = 0; i < 4; ++i) {
+      r.h[i] = int16_t(a.h[2 * i] + a.h[2 * i + 1]);
+      r.h[4 + i] = int16_t(b.h[2 * i] + b.h[2 * i + 1]);
+    }
+    return r;
+  }
+  // The even 16-bit lanes of a, then those of b, in each 128-bit half.
+  static V evens16(V a, V b) {
+    V r;
+    for (int i = 0; i < 4; ++i) {
+      r.h[i] = a.h[2 * i];
+      r.h[4 + i] = b.h[2 * i];
+    }
+    return r;
+  }
+  // The odd 16-bit lanes of a, then those of b, in each 128-bit half.
+  static V odds16(V a, V b) {
+    V r;
+    for (int i = 0; i < 4; ++i) {
+      r.h[i] = a.h[2 * i + 1];
+      r.h[4 + i] = b.h[2 * i + 1];
+    }
+    return r;
+  }
+  // The 16-bit lanes of a moved up one place in each 128-bit half; the freed
+  // lane 0 takes the top lane of c's half.
+  static V slideUp16(V a, V c) {
+    V r;
+    r.h[0] = c.h[7];
+    for (int i = 1; i < 8; ++i) r.h[i] = a.h[i - 1];
+    return r;
+  }
 };
 
 #if LUM_SIMD_SSE
@@ -281,6 +318,13 @@ struct Sse {
   static D subd(D a, D b) { return _mm_sub_pd(a, b); }
   static D muld(D a, D b) { return _mm_mul_pd(a, b); }
   static D divd(D a, D b) { return _mm_div_pd(a, b); }
+  // ---- added for the 4:2:x forms
+  static V hadd16(V a, V b) { return _mm_hadd_epi16(a, b); }
+  static V evens16(V a, V b) {
+    return _mm_packs_epi32(_mm_srai_epi32(_mm_slli_epi32(a, 16), 16), _mm_srai_epi32(_mm_slli_epi32(b, 16), 16));
+  }
+  static V odds16(V a, V b) { return _mm_packs_epi32(_mm_srai_epi32(a, 16), _mm_srai_epi32(b, 16)); }
+  static V slideUp16(V a, V c) { return _mm_alignr_epi8(a, c, 14); }
 };
 
 // The 128-bit set of this build: the register where there is one.
@@ -345,16 +389,3 @@ inline V maddQ16(V a, int ca, V b, int cb, V c, int cc, int rnd) {
 }
 
 }  // namespace lum::lanes
-
-namespace lum::fx {
-#if LUM_SIMD_SSE
-// A 16-bit constant spread over the lanes of a vector type (kept while the
-// last raw-vector forms move to the lane sets).
-template <class V>
-V splat(int v);
-template <>
-inline __m128i splat<__m128i>(int v) {
-  return _mm_set1_epi16(int16_t(v));
-}
-#endif
-}  // namespace lum::fx

@@ -98,6 +98,14 @@ struct Avx2 {
   static D subd(D a, D b) { return _mm256_sub_pd(a, b); }
   static D muld(D a, D b) { return _mm256_mul_pd(a, b); }
   static D divd(D a, D b) { return _mm256_div_pd(a, b); }
+  // ---- added for the 4:2:x forms
+  static V hadd16(V a, V b) { return _mm256_hadd_epi16(a, b); }
+  static V evens16(V a, V b) {
+    return _mm256_packs_epi32(_mm256_srai_epi32(_mm256_slli_epi32(a, 16), 16),
+                              _mm256_srai_epi32(_mm256_slli_epi32(b, 16), 16));
+  }
+  static V odds16(V a, V b) { return _mm256_packs_epi32(_mm256_srai_epi32(a, 16), _mm256_srai_epi32(b, 16)); }
+  static V slideUp16(V a, V c) { return _mm256_alignr_epi8(a, c, 14); }
 };
 
 }  // namespace

@@ -2,12 +2,12 @@
 // full-resolution and 4:2:2 forms they combine with (forms.h, forms_422.h).
 //
 // A cell chroma form takes the sums sR, sG, sB of a cell's four pixels and gives
-// the cell's chroma pair: pixel(s, out) is the lane-exact scalar rule, block() the
-// same on eight 16-bit lanes (sums reach 1020, so s << 5 fits a signed lane).
+// the cell's chroma pair: pixel(s, out) is the lane-exact scalar rule, vblock<O>()
+// the same over a lane set (sums reach 1020, so s << 5 fits a signed lane).
 // Luma-only forms write out[0]. Inverse forms work on (Y, Cb, Cr) like those of
 // forms.h. As there, forms that look alike differ on purpose and stay apart.
 //
-// The block()s here leave the last clamp8 to the store: the cell kernels narrow
+// The vblock()s here leave the last clamp8 to the store: the cell kernels narrow
 // every output lane to a byte with unsigned saturation, which is clamp8 of the
 // lane. pixel() applies it.
 #pragma once
@@ -31,18 +31,16 @@ struct FC2 {
     out[0] = clamp8(fx::s16(mulhrs16s(b, 7193) - mulhrs16s(g, 4768) - mulhrs16s(r, 2425) + 8194) >> 6);
     out[1] = clamp8(fx::s16(mulhrs16s(r, 7193) - mulhrs16s(g, 6029) - mulhrs16s(b, 1163) + 8194) >> 6);
   }
-#if LUM_SIMD_SSE
-  template <class V>
-  static void block(const V* s, V* out) {
-    const V r = sll16<5>(s[0]), g = sll16<5>(s[1]), b = sll16<5>(s[2]);
-    const V cb = add16(sub16(sub16(mulhrs16s(b, splat<V>(7193)), mulhrs16s(g, splat<V>(4768))), mulhrs16s(r, splat<V>(2425))),
-                       splat<V>(8194));
-    const V cr = add16(sub16(sub16(mulhrs16s(r, splat<V>(7193)), mulhrs16s(g, splat<V>(6029))), mulhrs16s(b, splat<V>(1163))),
-                       splat<V>(8194));
-    out[0] = sra16<6>(cb);
-    out[1] = sra16<6>(cr);
+  template <class O, class V = typename O::V>
+  static void vblock(const V* s, V* out) {
+    const V r = O::sll(s[0], 5), g = O::sll(s[1], 5), b = O::sll(s[2], 5);
+    const V cb = O::add16(O::sub16(O::sub16(O::mulhrs16s(b, O::set(7193)), O::mulhrs16s(g, O::set(4768))),
+                                   O::mulhrs16s(r, O::set(2425))), O::set(8194));
+    const V cr = O::add16(O::sub16(O::sub16(O::mulhrs16s(r, O::set(7193)), O::mulhrs16s(g, O::set(6029))),
+                                   O::mulhrs16s(b, O::set(1163))), O::set(8194));
+    out[0] = O::sra(cb, 6);
+    out[1] = O::sra(cr, 6);
   }
-#endif
 };
 
 // TC3: the tail's cell chroma, Q18 on the sum of four, one rounding, low byte.
@@ -62,15 +60,14 @@ struct FY5 {
                                       mulhi16u(in[2] << 8, 3212)),
                              2112) >> 7);
   }
-#if LUM_SIMD_SSE
-  template <class V>
-  static void block(const V* in, V* out) {
-    const V y = addus16u(addus16u(addus16u(mulhi16u(sll16<8>(in[0]), splat<V>(8422)), mulhi16u(sll16<8>(in[1]), splat<V>(16515))),
-                                  mulhi16u(sll16<8>(in[2]), splat<V>(3212))),
-                         splat<V>(2112));
-    out[0] = srl16<7>(y);
+  template <class O, class V = typename O::V>
+  static void vblock(const V* in, V* out) {
+    const V y = O::addus16u(O::addus16u(O::addus16u(O::mulhi16u(O::sll(in[0], 8), O::set(8422)),
+                                                    O::mulhi16u(O::sll(in[1], 8), O::set(16515))),
+                                        O::mulhi16u(O::sll(in[2], 8), O::set(3212))),
+                            O::set(2112));
+    out[0] = O::srl(y, 7);
   }
-#endif
 };
 
 // FC5: unsigned high products of the cell sums; the positive term less the
@@ -85,16 +82,16 @@ struct FC5 {
     out[0] = one(mulhi16u(b, 28770), mulhi16u(r, 9699), mulhi16u(g, 19071));
     out[1] = one(mulhi16u(r, 28770), mulhi16u(g, 24117), mulhi16u(b, 4653));
   }
-#if LUM_SIMD_SSE
-  template <class V>
-  static V one(V pos, V neg1, V neg2) { return sra16<7>(adds16s(sub16(pos, addus16u(neg1, neg2)), splat<V>(16400))); }
-  template <class V>
-  static void block(const V* s, V* out) {
-    const V r = sll16<5>(s[0]), g = sll16<5>(s[1]), b = sll16<5>(s[2]);
-    out[0] = one(mulhi16u(b, splat<V>(28770)), mulhi16u(r, splat<V>(9699)), mulhi16u(g, splat<V>(19071)));
-    out[1] = one(mulhi16u(r, splat<V>(28770)), mulhi16u(g, splat<V>(24117)), mulhi16u(b, splat<V>(4653)));
+  template <class O, class V = typename O::V>
+  static V one(V pos, V neg1, V neg2) {
+    return O::sra(O::adds16s(O::sub16(pos, O::addus16u(neg1, neg2)), O::set(16400)), 7);
   }
-#endif
+  template <class O, class V = typename O::V>
+  static void vblock(const V* s, V* out) {
+    const V r = O::sll(s[0], 5), g = O::sll(s[1], 5), b = O::sll(s[2], 5);
+    out[0] = one<O>(O::mulhi16u(b, O::set(28770)), O::mulhi16u(r, O::set(9699)), O::mulhi16u(g, O::set(19071)));
+    out[1] = one<O>(O::mulhi16u(r, O::set(28770)), O::mulhi16u(g, O::set(24117)), O::mulhi16u(b, O::set(4653)));
+  }
 };
 
 // ---------------------------------------------------------------------------
@@ -108,14 +105,12 @@ struct YuvQ14Luma {
     const int y = fx::s16(mulhrs16s(in[0] << 7, 4899) + mulhrs16s(in[1] << 7, 9617) + mulhrs16s(in[2] << 7, 1868));
     out[0] = clamp8(y >> 6);
   }
-#if LUM_SIMD_SSE
-  template <class V>
-  static void block(const V* in, V* out) {
-    const V y = add16(add16(mulhrs16s(sll16<7>(in[0]), splat<V>(4899)), mulhrs16s(sll16<7>(in[1]), splat<V>(9617))),
-                      mulhrs16s(sll16<7>(in[2]), splat<V>(1868)));
-    out[0] = sra16<6>(y);
+  template <class O, class V = typename O::V>
+  static void vblock(const V* in, V* out) {
+    const V y = O::add16(O::add16(O::mulhrs16s(O::sll(in[0], 7), O::set(4899)), O::mulhrs16s(O::sll(in[1], 7), O::set(9617))),
+                         O::mulhrs16s(O::sll(in[2], 7), O::set(1868)));
+    out[0] = O::sra(y, 6);
   }
-#endif
 };
 
 // The scalar luma of the same kernel: Q14, truncated (the +2 is the kernel's own).
@@ -133,19 +128,17 @@ struct YuvQ14Chroma {
     out[0] = one((s[2] << 4) - ym, 8061);
     out[1] = one((s[0] << 4) - ym, 14369);
   }
-#if LUM_SIMD_SSE
-  template <class V>
+  template <class O, class V = typename O::V>
   static V one(V d, int k) {
-    return add16(sra16<6>(add16(mulhrs16s(sll16<1>(d), splat<V>(k)), splat<V>(32))), splat<V>(128));
+    return O::add16(O::sra(O::add16(O::mulhrs16s(O::sll(d, 1), O::set(k)), O::set(32)), 6), O::set(128));
   }
-  template <class V>
-  static void block(const V* s, V* out) {
-    const V ym = add16(add16(mulhrs16s(sll16<5>(s[0]), splat<V>(4899)), mulhrs16s(sll16<5>(s[1]), splat<V>(9617))),
-                       mulhrs16s(sll16<5>(s[2]), splat<V>(1868)));
-    out[0] = one(sub16(sll16<4>(s[2]), ym), 8061);
-    out[1] = one(sub16(sll16<4>(s[0]), ym), 14369);
+  template <class O, class V = typename O::V>
+  static void vblock(const V* s, V* out) {
+    const V ym = O::add16(O::add16(O::mulhrs16s(O::sll(s[0], 5), O::set(4899)), O::mulhrs16s(O::sll(s[1], 5), O::set(9617))),
+                          O::mulhrs16s(O::sll(s[2], 5), O::set(1868)));
+    out[0] = one<O>(O::sub16(O::sll(s[2], 4), ym), 8061);
+    out[1] = one<O>(O::sub16(O::sll(s[0], 4), ym), 14369);
   }
-#endif
 };
 
 // The tail's U and V: the same coefficients in 32 and 64 bits, rounded once.
@@ -169,16 +162,14 @@ struct FU2Cell {
     out[0] = clamp8(adds16s(mulhi16s(((b + 1) >> 1) - y2, 16121), 128));
     out[1] = clamp8(adds16s(mulhi16s(((r + 1) >> 1) - y2, 28737), 128));
   }
-#if LUM_SIMD_SSE
-  template <class V>
-  static void block(const V* s, V* out) {
-    const V one = splat<V>(1);
-    const V y2 = adds16s(adds16s(adds16s(mulhi16s(s[0], splat<V>(9798)), mulhi16s(s[1], splat<V>(19235))),
-                                 mulhi16s(s[2], splat<V>(3736))), one);
-    out[0] = adds16s(mulhi16s(sub16(sra16<1>(add16(s[2], one)), y2), splat<V>(16121)), splat<V>(128));
-    out[1] = adds16s(mulhi16s(sub16(sra16<1>(add16(s[0], one)), y2), splat<V>(28737)), splat<V>(128));
+  template <class O, class V = typename O::V>
+  static void vblock(const V* s, V* out) {
+    const V one = O::set(1);
+    const V y2 = O::adds16s(O::adds16s(O::adds16s(O::mulhi16s(s[0], O::set(9798)), O::mulhi16s(s[1], O::set(19235))),
+                                       O::mulhi16s(s[2], O::set(3736))), one);
+    out[0] = O::adds16s(O::mulhi16s(O::sub16(O::sra(O::add16(s[2], one), 1), y2), O::set(16121)), O::set(128));
+    out[1] = O::adds16s(O::mulhi16s(O::sub16(O::sra(O::add16(s[0], one), 1), y2), O::set(28737)), O::set(128));
   }
-#endif
 };
 
 // TU1's chroma on the cell: ((s << 16) - ys + 32767) >> 16 is four times the
@@ -213,16 +204,14 @@ struct IU2Fine {
     out[1] = clamp8(adds16s(adds16s(y, mulhi16s(u, -3227)), mulhi16s(v, -4759)) >> 3);
     out[2] = clamp8(adds16s(y, mulhi16s(u, 16645)) >> 3);
   }
-#if LUM_SIMD_SSE
-  template <class V>
-  static void block(const V* in, V* out) {
-    const V y = sll16<3>(in[0]);
-    const V u = sll16<6>(sub16(in[1], splat<V>(128))), v = sll16<6>(sub16(in[2], splat<V>(128)));
-    out[0] = sra16<3>(adds16s(y, mulhi16s(v, splat<V>(9338))));
-    out[1] = sra16<3>(adds16s(adds16s(y, mulhi16s(u, splat<V>(-3227))), mulhi16s(v, splat<V>(-4759))));
-    out[2] = sra16<3>(adds16s(y, mulhi16s(u, splat<V>(16645))));
+  template <class O, class V = typename O::V>
+  static void vblock(const V* in, V* out) {
+    const V y = O::sll(in[0], 3);
+    const V u = O::sll(O::sub16(in[1], O::set(128)), 6), v = O::sll(O::sub16(in[2], O::set(128)), 6);
+    out[0] = O::sra(O::adds16s(y, O::mulhi16s(v, O::set(9338))), 3);
+    out[1] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(u, O::set(-3227))), O::mulhi16s(v, O::set(-4759))), 3);
+    out[2] = O::sra(O::adds16s(y, O::mulhi16s(u, O::set(16645))), 3);
   }
-#endif
 };
 
 // The 4:1:1 tail: a coefficient set of its own (76294 for Y, -25625 for Cb to G),

@@ -144,8 +144,8 @@ struct PairsThenTail {
         prev = p.v;
       }
     }
-    form::Pairs16 o;
-    BlockForm::block(a.v, b.v, prev, o);
+    form::Pairs<lanes::Sse> o;
+    BlockForm::template vblock<lanes::Sse>(a.v, b.v, prev, o);
     if constexpr (N == 16) Dst::store16(d, x, o);
     else Dst::store8(d, x, o);
   }
