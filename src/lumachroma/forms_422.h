@@ -7,7 +7,9 @@
 // Cr (V). Chroma comes from the pair's sums sR = Ra + Rb and so on: the mean
 // colour of the pair. Block forms also have vblock<O>() over a lane set: two
 // groups of pixels (sixteen on 128 bits) to their lumas and the chroma of their
-// pairs, computing the same lanes as pair().
+// pairs, computing the lanes of pair() but for the last clamp8, which they leave
+// to the store: every 4:2:2 store narrows its lanes to bytes with unsigned
+// saturation, which is clamp8 of the lane.
 //
 // Inverse forms are full-resolution forms (pixel() and vblock<O>() on Y, Cb, Cr):
 // both pixels of a pair see the same chroma, which the 4:2:2 layouts replicate.
@@ -43,10 +45,10 @@ struct FC1 {
   template <class O, class V = typename O::V>
   static void vblock(V sR, V sG, V sB, V& cb, V& cr) {
     const V r = O::sll(sR, 6), g = O::sll(sG, 6), b = O::sll(sB, 6), half = O::set(8224);
-    cb = O::clamp8(O::sra(O::add16(O::sub16(O::sub16(O::mulhrs16s(b, O::set(7193)), O::mulhrs16s(g, O::set(4768))),
-                                            O::mulhrs16s(r, O::set(2425))), half), 6));
-    cr = O::clamp8(O::sra(O::add16(O::sub16(O::sub16(O::mulhrs16s(r, O::set(7193)), O::mulhrs16s(g, O::set(6029))),
-                                            O::mulhrs16s(b, O::set(1163))), half), 6));
+    cb = O::sra(O::add16(O::sub16(O::sub16(O::mulhrs16s(b, O::set(7193)), O::mulhrs16s(g, O::set(4768))),
+                                            O::mulhrs16s(r, O::set(2425))), half), 6);
+    cr = O::sra(O::add16(O::sub16(O::sub16(O::mulhrs16s(r, O::set(7193)), O::mulhrs16s(g, O::set(6029))),
+                                            O::mulhrs16s(b, O::set(1163))), half), 6);
   }
 };
 
@@ -66,8 +68,8 @@ struct PairForm {
     V la[3], lb[3];  // the luma form's chroma lanes are unused and drop out when inlined
     Luma::template vblock<O>(a, la);
     Luma::template vblock<O>(b, lb);
-    o.y[0] = O::clamp8(la[0]);
-    o.y[1] = O::clamp8(lb[0]);
+    o.y[0] = la[0];
+    o.y[1] = lb[0];
     Chroma::template vblock<O>(O::hadd16(a[0], b[0]), O::hadd16(a[1], b[1]), O::hadd16(a[2], b[2]), o.cb, o.cr);
   }
 };
@@ -164,8 +166,8 @@ struct ThreeTapBlock {
     V la[3], lb[3];
     FY1::vblock<O>(a, la);
     FY1::vblock<O>(b, lb);
-    o.y[0] = O::clamp8(la[0]);
-    o.y[1] = O::clamp8(lb[0]);
+    o.y[0] = la[0];
+    o.y[1] = lb[0];
     const V re = O::evens16(a[0], b[0]), ge = O::evens16(a[1], b[1]), be = O::evens16(a[2], b[2]);
     const V ro = O::odds16(a[0], b[0]), go = O::odds16(a[1], b[1]), bo = O::odds16(a[2], b[2]);
     // The odd pixels' half terms serve their own pair and, one lane on, the next.
@@ -174,8 +176,8 @@ struct ThreeTapBlock {
     const int pCr = prev ? ThreeTapCr::half(prev[0], prev[1], prev[2]) : 0;
     const V prevCb = O::slideUp16(hCb, O::set(pCb)), prevCr = O::slideUp16(hCr, O::set(pCr));
     const V off = O::set(16448);
-    o.cb = O::clamp8(O::sra(O::add16(O::add16(O::add16(ThreeTapCb::full<O>(be, ge, re), hCb), prevCb), off), 7));
-    o.cr = O::clamp8(O::sra(O::add16(O::add16(O::add16(ThreeTapCr::full<O>(re, ge, be), hCr), prevCr), off), 7));
+    o.cb = O::sra(O::add16(O::add16(O::add16(ThreeTapCb::full<O>(be, ge, re), hCb), prevCb), off), 7);
+    o.cr = O::sra(O::add16(O::add16(O::add16(ThreeTapCr::full<O>(re, ge, be), hCr), prevCr), off), 7);
   }
 };
 
@@ -222,9 +224,9 @@ struct PairHighMul {
   }
   template <class O, class V = typename O::V>
   static V y(V r, V g, V b) {
-    return O::clamp8(O::srl(O::add16(O::add16(O::add16(O::mulhi16u(O::sll(r, 8), O::set(8422)),
+    return O::srl(O::add16(O::add16(O::add16(O::mulhi16u(O::sll(r, 8), O::set(8422)),
                                                        O::mulhi16u(O::sll(g, 8), O::set(16515))),
-                                              O::mulhi16u(O::sll(b, 8), O::set(3212))), O::set(2112)), 7));
+                                              O::mulhi16u(O::sll(b, 8), O::set(3212))), O::set(2112)), 7);
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* a, const V* b, const int*, Pairs<O>& o) {
@@ -232,10 +234,10 @@ struct PairHighMul {
     o.y[1] = y<O>(b[0], b[1], b[2]);
     const V sR = O::sll(O::hadd16(a[0], b[0]), 7), sG = O::sll(O::hadd16(a[1], b[1]), 7);
     const V sB = O::sll(O::hadd16(a[2], b[2]), 7), off = O::set(16447);
-    o.cb = O::clamp8(O::srl(O::sub16(O::sub16(O::add16(off, O::mulhi16u(sB, O::set(14385))),
-                                              O::mulhi16u(sG, O::set(9535))), O::mulhi16u(sR, O::set(4850))), 7));
-    o.cr = O::clamp8(O::srl(O::sub16(O::sub16(O::add16(off, O::mulhi16u(sR, O::set(14385))),
-                                              O::mulhi16u(sG, O::set(12058))), O::mulhi16u(sB, O::set(2327))), 7));
+    o.cb = O::srl(O::sub16(O::sub16(O::add16(off, O::mulhi16u(sB, O::set(14385))),
+                                              O::mulhi16u(sG, O::set(9535))), O::mulhi16u(sR, O::set(4850))), 7);
+    o.cr = O::srl(O::sub16(O::sub16(O::add16(off, O::mulhi16u(sR, O::set(14385))),
+                                              O::mulhi16u(sG, O::set(12058))), O::mulhi16u(sB, O::set(2327))), 7);
   }
 };
 
@@ -277,11 +279,11 @@ struct YUV422Block {
   template <class O, class V = typename O::V>
   static void vblock(const V* a, const V* b, const int*, Pairs<O>& o) {
     const V la = yuvLuma64<O>(a[0], a[1], a[2]), lb = yuvLuma64<O>(b[0], b[1], b[2]);
-    o.y[0] = O::clamp8(O::sra(O::add16(la, O::set(KY)), 6));
-    o.y[1] = O::clamp8(O::sra(O::add16(lb, O::set(KY)), 6));
+    o.y[0] = O::sra(O::add16(la, O::set(KY)), 6);
+    o.y[1] = O::sra(O::add16(lb, O::set(KY)), 6);
     const V lsum = O::hadd16(la, lb), c128 = O::set(128);
-    o.cb = O::clamp8(O::add16(O::mulhi16s(diff<O>(O::hadd16(a[2], b[2]), lsum), O::set(16121)), c128));
-    o.cr = O::clamp8(O::add16(O::mulhi16s(diff<O>(O::hadd16(a[0], b[0]), lsum), O::set(28737)), c128));
+    o.cb = O::add16(O::mulhi16s(diff<O>(O::hadd16(a[2], b[2]), lsum), O::set(16121)), c128);
+    o.cr = O::add16(O::mulhi16s(diff<O>(O::hadd16(a[0], b[0]), lsum), O::set(28737)), c128);
   }
 };
 
@@ -372,11 +374,11 @@ struct V8Block {
   template <class O, class V = typename O::V>
   static void vblock(const V* a, const V* b, const int*, Pairs<O>& o) {
     const V la = luma64<O>(a[0], a[1], a[2]), lb = luma64<O>(b[0], b[1], b[2]);
-    o.y[0] = O::clamp8(O::sra(la, 6));
-    o.y[1] = O::clamp8(O::sra(lb, 6));
+    o.y[0] = O::sra(la, 6);
+    o.y[1] = O::sra(lb, 6);
     const V lsum = O::hadd16(la, lb);
-    o.cb = O::clamp8(chroma<O>(O::hadd16(a[2], b[2]), lsum, 63, 8061));
-    o.cr = O::clamp8(chroma<O>(O::hadd16(a[0], b[0]), lsum, 127, 14369));
+    o.cb = chroma<O>(O::hadd16(a[2], b[2]), lsum, 63, 8061);
+    o.cr = chroma<O>(O::hadd16(a[0], b[0]), lsum, 127, 14369);
   }
 };
 

@@ -87,9 +87,13 @@ int pairs(const SrcPlanes& s, const DstPlanes& d, int end);
 // a step while they fit below end; Io moves the pixels in (load) and the pairs
 // out (store). Returns the pixel where the steps stop.
 template <class O, class BlockForm, class Io>
-inline int pairSteps(const SrcPlanes& s, const DstPlanes& d, int x, int end) {
+inline int pairSteps(const SrcPlanes& src, const DstPlanes& dst, int x, int end) {
   using V = typename O::V;
   constexpr int kStep = 2 * O::kLanes;
+  // Local copies: the stores may alias anything, and the row pointers should
+  // stay in registers through the loop.
+  const SrcPlanes s = src;
+  const DstPlanes d = dst;
   for (; x + kStep <= end; x += kStep) {
     V a[4], b[4];
     Io::load(s, x, a);
