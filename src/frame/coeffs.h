@@ -13,12 +13,45 @@ namespace lum::coef {
 // ---------------------------------------------------------------------------
 namespace bt601 {
 
+// RGB -> YCbCr forms (full resolution, 4:2:2, 4:2:0, 4:1:1). Luma weights
+// 0.257, 0.504, 0.098; Cb = 0.439 B - 0.291 G - 0.148 R; Cr = 0.439 R - 0.368 G
+// - 0.071 B.
+// Q14, taken as Q15 products of samples << 7 (a result at the scale of 64).
+inline constexpr int kYR14 = 4211, kYG14 = 8258, kYB14 = 1606;
+inline constexpr int kCbB14 = 7193, kCbG14 = 4768, kCbR14 = 2425;
+inline constexpr int kCrR14 = 7193, kCrG14 = 6029, kCrB14 = 1163;
+// Halves of the Q14 chroma weights, for the neighbours of the three-tap filter:
+// the subtracted ones round up (1213, 3015, 582).
+inline constexpr int kCbB14Half = 3596, kCbG14Half = 2384, kCbR14Half = 1213;
+inline constexpr int kCrR14Half = 3596, kCrG14Half = 3015, kCrB14Half = 582;
+// Q16.
+inline constexpr int kYR16 = 16843, kYG16 = 33030, kYB16 = 6423;
+inline constexpr int kCbR16 = 9699, kCbG16 = 19071, kCbB16 = 28770;
+inline constexpr int kCrR16 = 28770, kCrG16 = 24117, kCrB16 = 4653;
+// Q15, for unsigned high products of samples << 8 (luma) or sums << 7 (chroma
+// of the high-multiply pair block). The chroma halves of the Q16 weights round
+// each its own way: 9535 and 12058 down, 4850 and 2327 up.
+inline constexpr int kYR15 = 8422, kYG15 = 16515, kYB15 = 3212;
+inline constexpr int kCbB15 = 14385, kCbG15 = 9535, kCbR15 = 4850;
+inline constexpr int kCrR15 = 14385, kCrG15 = 12058, kCrB15 = 2327;
+
 }  // namespace bt601
 
 // ---------------------------------------------------------------------------
 // YUV: BT.601 full-swing luma with the scaled colour differences U and V.
 // ---------------------------------------------------------------------------
 namespace yuv {
+
+// RGB -> YUV forms (full resolution, 4:2:2, 4:2:0). Luma weights 0.299, 0.587,
+// 0.114; U = 0.492 (B - Y), V = 0.877 (R - Y).
+inline constexpr int kYR14 = 4899, kYG14 = 9617, kYB14 = 1868;
+inline constexpr int kYR15 = 9798, kYG15 = 19235, kYB15 = 3736;
+// Q16 luma: green is 38470 (weights summing to 65536) or, in the forms that
+// use it, 38469 (summing to 65535).
+inline constexpr int kYR16 = 19595, kYG16 = 38470, kYG16Low = 38469, kYB16 = 7471;
+inline constexpr int kU14 = 8061, kV14 = 14369;
+inline constexpr int kU15 = 16121, kV15 = 28737;
+inline constexpr int kU16 = 32244, kV16 = 57475;
 
 }  // namespace yuv
 

@@ -28,16 +28,16 @@ namespace lum::form {
 struct FC2 {
   static void pixel(const int* s, int* out) {
     const int r = s[0] << 5, g = s[1] << 5, b = s[2] << 5;
-    out[0] = clamp8(fx::s16(mulhrs16s(b, 7193) - mulhrs16s(g, 4768) - mulhrs16s(r, 2425) + 8194) >> 6);
-    out[1] = clamp8(fx::s16(mulhrs16s(r, 7193) - mulhrs16s(g, 6029) - mulhrs16s(b, 1163) + 8194) >> 6);
+    out[0] = clamp8(fx::s16(mulhrs16s(b, bt601::kCbB14) - mulhrs16s(g, bt601::kCbG14) - mulhrs16s(r, bt601::kCbR14) + 8194) >> 6);
+    out[1] = clamp8(fx::s16(mulhrs16s(r, bt601::kCrR14) - mulhrs16s(g, bt601::kCrG14) - mulhrs16s(b, bt601::kCrB14) + 8194) >> 6);
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* s, V* out) {
     const V r = O::sll(s[0], 5), g = O::sll(s[1], 5), b = O::sll(s[2], 5);
-    const V cb = O::add16(O::sub16(O::sub16(O::mulhrs16s(b, O::set(7193)), O::mulhrs16s(g, O::set(4768))),
-                                   O::mulhrs16s(r, O::set(2425))), O::set(8194));
-    const V cr = O::add16(O::sub16(O::sub16(O::mulhrs16s(r, O::set(7193)), O::mulhrs16s(g, O::set(6029))),
-                                   O::mulhrs16s(b, O::set(1163))), O::set(8194));
+    const V cb = O::add16(O::sub16(O::sub16(O::mulhrs16s(b, O::set(bt601::kCbB14)), O::mulhrs16s(g, O::set(bt601::kCbG14))),
+                                   O::mulhrs16s(r, O::set(bt601::kCbR14))), O::set(8194));
+    const V cr = O::add16(O::sub16(O::sub16(O::mulhrs16s(r, O::set(bt601::kCrR14)), O::mulhrs16s(g, O::set(bt601::kCrG14))),
+                                   O::mulhrs16s(b, O::set(bt601::kCrB14))), O::set(8194));
     out[0] = O::sra(cb, 6);
     out[1] = O::sra(cr, 6);
   }
@@ -48,23 +48,23 @@ struct FC2 {
 // apart from FY3 of that pixel.
 struct TC3 {
   static void pixel(const int* s, int* out) {
-    out[0] = ((-9699 * s[0] - 19071 * s[1] + 28770 * s[2] + 0x2008000) >> 18) & 255;
-    out[1] = ((28770 * s[0] - 24117 * s[1] - 4653 * s[2] + 0x2008000) >> 18) & 255;
+    out[0] = ((-bt601::kCbR16 * s[0] - bt601::kCbG16 * s[1] + bt601::kCbB16 * s[2] + 0x2008000) >> 18) & 255;
+    out[1] = ((bt601::kCrR16 * s[0] - bt601::kCrG16 * s[1] - bt601::kCrB16 * s[2] + 0x2008000) >> 18) & 255;
   }
 };
 
 // FY5: luma from unsigned high products at scale 128; 2112 is 16.5 at that scale.
 struct FY5 {
   static void pixel(const int* in, int* out) {
-    out[0] = clamp8(addus16u(addus16u(addus16u(mulhi16u(in[0] << 8, 8422), mulhi16u(in[1] << 8, 16515)),
-                                      mulhi16u(in[2] << 8, 3212)),
+    out[0] = clamp8(addus16u(addus16u(addus16u(mulhi16u(in[0] << 8, bt601::kYR15), mulhi16u(in[1] << 8, bt601::kYG15)),
+                                      mulhi16u(in[2] << 8, bt601::kYB15)),
                              2112) >> 7);
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
-    const V y = O::addus16u(O::addus16u(O::addus16u(O::mulhi16u(O::sll(in[0], 8), O::set(8422)),
-                                                    O::mulhi16u(O::sll(in[1], 8), O::set(16515))),
-                                        O::mulhi16u(O::sll(in[2], 8), O::set(3212))),
+    const V y = O::addus16u(O::addus16u(O::addus16u(O::mulhi16u(O::sll(in[0], 8), O::set(bt601::kYR15)),
+                                                    O::mulhi16u(O::sll(in[1], 8), O::set(bt601::kYG15))),
+                                        O::mulhi16u(O::sll(in[2], 8), O::set(bt601::kYB15))),
                             O::set(2112));
     out[0] = O::srl(y, 7);
   }
@@ -79,8 +79,8 @@ struct FC5 {
   }
   static void pixel(const int* s, int* out) {
     const int r = s[0] << 5, g = s[1] << 5, b = s[2] << 5;
-    out[0] = one(mulhi16u(b, 28770), mulhi16u(r, 9699), mulhi16u(g, 19071));
-    out[1] = one(mulhi16u(r, 28770), mulhi16u(g, 24117), mulhi16u(b, 4653));
+    out[0] = one(mulhi16u(b, bt601::kCbB16), mulhi16u(r, bt601::kCbR16), mulhi16u(g, bt601::kCbG16));
+    out[1] = one(mulhi16u(r, bt601::kCrR16), mulhi16u(g, bt601::kCrG16), mulhi16u(b, bt601::kCrB16));
   }
   template <class O, class V = typename O::V>
   static V one(V pos, V neg1, V neg2) {
@@ -89,8 +89,8 @@ struct FC5 {
   template <class O, class V = typename O::V>
   static void vblock(const V* s, V* out) {
     const V r = O::sll(s[0], 5), g = O::sll(s[1], 5), b = O::sll(s[2], 5);
-    out[0] = one<O>(O::mulhi16u(b, O::set(28770)), O::mulhi16u(r, O::set(9699)), O::mulhi16u(g, O::set(19071)));
-    out[1] = one<O>(O::mulhi16u(r, O::set(28770)), O::mulhi16u(g, O::set(24117)), O::mulhi16u(b, O::set(4653)));
+    out[0] = one<O>(O::mulhi16u(b, O::set(bt601::kCbB16)), O::mulhi16u(r, O::set(bt601::kCbR16)), O::mulhi16u(g, O::set(bt601::kCbG16)));
+    out[1] = one<O>(O::mulhi16u(r, O::set(bt601::kCrR16)), O::mulhi16u(g, O::set(bt601::kCrG16)), O::mulhi16u(b, O::set(bt601::kCrB16)));
   }
 };
 
@@ -102,20 +102,20 @@ struct FC5 {
 // by mulhrs16s on samples << 7, a sum at scale 64, truncated like its tail.
 struct YuvQ14Luma {
   static void pixel(const int* in, int* out) {
-    const int y = fx::s16(mulhrs16s(in[0] << 7, 4899) + mulhrs16s(in[1] << 7, 9617) + mulhrs16s(in[2] << 7, 1868));
+    const int y = fx::s16(mulhrs16s(in[0] << 7, yuv::kYR14) + mulhrs16s(in[1] << 7, yuv::kYG14) + mulhrs16s(in[2] << 7, yuv::kYB14));
     out[0] = clamp8(y >> 6);
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
-    const V y = O::add16(O::add16(O::mulhrs16s(O::sll(in[0], 7), O::set(4899)), O::mulhrs16s(O::sll(in[1], 7), O::set(9617))),
-                         O::mulhrs16s(O::sll(in[2], 7), O::set(1868)));
+    const V y = O::add16(O::add16(O::mulhrs16s(O::sll(in[0], 7), O::set(yuv::kYR14)), O::mulhrs16s(O::sll(in[1], 7), O::set(yuv::kYG14))),
+                         O::mulhrs16s(O::sll(in[2], 7), O::set(yuv::kYB14)));
     out[0] = O::sra(y, 6);
   }
 };
 
 // The scalar luma of the same kernel: Q14, truncated (the +2 is the kernel's own).
 struct YuvQ14LumaTail {
-  static void pixel(const int* in, int* out) { out[0] = (4899 * in[0] + 9617 * in[1] + 1868 * in[2] + 2) >> 14; }
+  static void pixel(const int* in, int* out) { out[0] = (yuv::kYR14 * in[0] + yuv::kYG14 * in[1] + yuv::kYB14 * in[2] + 2) >> 14; }
 };
 
 // U and V of the block on the cell difference: the mean luma of the cell at scale
@@ -124,9 +124,9 @@ struct YuvQ14LumaTail {
 struct YuvQ14Chroma {
   static int one(int d, int k) { return clamp8(((fx::s16(mulhrs16s(d << 1, k) + 32)) >> 6) + 128); }
   static void pixel(const int* s, int* out) {
-    const int ym = mulhrs16s(s[0] << 5, 4899) + mulhrs16s(s[1] << 5, 9617) + mulhrs16s(s[2] << 5, 1868);
-    out[0] = one((s[2] << 4) - ym, 8061);
-    out[1] = one((s[0] << 4) - ym, 14369);
+    const int ym = mulhrs16s(s[0] << 5, yuv::kYR14) + mulhrs16s(s[1] << 5, yuv::kYG14) + mulhrs16s(s[2] << 5, yuv::kYB14);
+    out[0] = one((s[2] << 4) - ym, yuv::kU14);
+    out[1] = one((s[0] << 4) - ym, yuv::kV14);
   }
   template <class O, class V = typename O::V>
   static V one(V d, int k) {
@@ -134,10 +134,10 @@ struct YuvQ14Chroma {
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* s, V* out) {
-    const V ym = O::add16(O::add16(O::mulhrs16s(O::sll(s[0], 5), O::set(4899)), O::mulhrs16s(O::sll(s[1], 5), O::set(9617))),
-                          O::mulhrs16s(O::sll(s[2], 5), O::set(1868)));
-    out[0] = one<O>(O::sub16(O::sll(s[2], 4), ym), 8061);
-    out[1] = one<O>(O::sub16(O::sll(s[0], 4), ym), 14369);
+    const V ym = O::add16(O::add16(O::mulhrs16s(O::sll(s[0], 5), O::set(yuv::kYR14)), O::mulhrs16s(O::sll(s[1], 5), O::set(yuv::kYG14))),
+                          O::mulhrs16s(O::sll(s[2], 5), O::set(yuv::kYB14)));
+    out[0] = one<O>(O::sub16(O::sll(s[2], 4), ym), yuv::kU14);
+    out[1] = one<O>(O::sub16(O::sll(s[0], 4), ym), yuv::kV14);
   }
 };
 
@@ -146,9 +146,9 @@ struct YuvQ14Chroma {
 struct YuvQ14ChromaTail {
   static int one(int d, int k) { return clamp8(int((int64_t(d) * k + (int64_t(1) << 29)) >> 30) + 128); }
   static void pixel(const int* s, int* out) {
-    const int ys = 4899 * s[0] + 9617 * s[1] + 1868 * s[2];
-    out[0] = one((s[2] << 14) - ys, 8061);
-    out[1] = one((s[0] << 14) - ys, 14369);
+    const int ys = yuv::kYR14 * s[0] + yuv::kYG14 * s[1] + yuv::kYB14 * s[2];
+    out[0] = one((s[2] << 14) - ys, yuv::kU14);
+    out[1] = one((s[0] << 14) - ys, yuv::kV14);
   }
 };
 
@@ -158,17 +158,17 @@ struct YuvQ14ChromaTail {
 struct FU2Cell {
   static void pixel(const int* s, int* out) {
     const int r = s[0], g = s[1], b = s[2];
-    const int y2 = adds16s(adds16s(adds16s(mulhi16s(r, 9798), mulhi16s(g, 19235)), mulhi16s(b, 3736)), 1);
-    out[0] = clamp8(adds16s(mulhi16s(((b + 1) >> 1) - y2, 16121), 128));
-    out[1] = clamp8(adds16s(mulhi16s(((r + 1) >> 1) - y2, 28737), 128));
+    const int y2 = adds16s(adds16s(adds16s(mulhi16s(r, yuv::kYR15), mulhi16s(g, yuv::kYG15)), mulhi16s(b, yuv::kYB15)), 1);
+    out[0] = clamp8(adds16s(mulhi16s(((b + 1) >> 1) - y2, yuv::kU15), 128));
+    out[1] = clamp8(adds16s(mulhi16s(((r + 1) >> 1) - y2, yuv::kV15), 128));
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* s, V* out) {
     const V one = O::set(1);
-    const V y2 = O::adds16s(O::adds16s(O::adds16s(O::mulhi16s(s[0], O::set(9798)), O::mulhi16s(s[1], O::set(19235))),
-                                       O::mulhi16s(s[2], O::set(3736))), one);
-    out[0] = O::adds16s(O::mulhi16s(O::sub16(O::sra(O::add16(s[2], one), 1), y2), O::set(16121)), O::set(128));
-    out[1] = O::adds16s(O::mulhi16s(O::sub16(O::sra(O::add16(s[0], one), 1), y2), O::set(28737)), O::set(128));
+    const V y2 = O::adds16s(O::adds16s(O::adds16s(O::mulhi16s(s[0], O::set(yuv::kYR15)), O::mulhi16s(s[1], O::set(yuv::kYG15))),
+                                       O::mulhi16s(s[2], O::set(yuv::kYB15))), one);
+    out[0] = O::adds16s(O::mulhi16s(O::sub16(O::sra(O::add16(s[2], one), 1), y2), O::set(yuv::kU15)), O::set(128));
+    out[1] = O::adds16s(O::mulhi16s(O::sub16(O::sra(O::add16(s[0], one), 1), y2), O::set(yuv::kV15)), O::set(128));
   }
 };
 
@@ -177,11 +177,11 @@ struct FU2Cell {
 // byte, V goes through the clamp table.
 struct TU1Cell {
   static void pixel(const int* s, int* out) {
-    const int ys = 19595 * s[0] + 38470 * s[1] + 7471 * s[2];
+    const int ys = yuv::kYR16 * s[0] + yuv::kYG16 * s[1] + yuv::kYB16 * s[2];
     const int du = ((s[2] << 16) - ys + 32767) >> 16;
     const int dv = ((s[0] << 16) - ys + 32767) >> 16;
-    out[0] = (((du * 32244) >> 18) + 128) & 255;
-    out[1] = CHOP_ARRAY[((dv * 57475) >> 18) + 128];
+    out[0] = (((du * yuv::kU16) >> 18) + 128) & 255;
+    out[1] = CHOP_ARRAY[((dv * yuv::kV16) >> 18) + 128];
   }
 };
 

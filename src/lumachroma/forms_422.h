@@ -37,18 +37,18 @@ struct Pairs {
 // scale of one sample shifted by 7; 8224 is 128.5 at the working scale of 64.
 struct FC1 {
   static int cb(int sR, int sG, int sB) {
-    return clamp8(s16(mulhrs16s(sB << 6, 7193) - mulhrs16s(sG << 6, 4768) - mulhrs16s(sR << 6, 2425) + 8224) >> 6);
+    return clamp8(s16(mulhrs16s(sB << 6, bt601::kCbB14) - mulhrs16s(sG << 6, bt601::kCbG14) - mulhrs16s(sR << 6, bt601::kCbR14) + 8224) >> 6);
   }
   static int cr(int sR, int sG, int sB) {
-    return clamp8(s16(mulhrs16s(sR << 6, 7193) - mulhrs16s(sG << 6, 6029) - mulhrs16s(sB << 6, 1163) + 8224) >> 6);
+    return clamp8(s16(mulhrs16s(sR << 6, bt601::kCrR14) - mulhrs16s(sG << 6, bt601::kCrG14) - mulhrs16s(sB << 6, bt601::kCrB14) + 8224) >> 6);
   }
   template <class O, class V = typename O::V>
   static void vblock(V sR, V sG, V sB, V& cb, V& cr) {
     const V r = O::sll(sR, 6), g = O::sll(sG, 6), b = O::sll(sB, 6), half = O::set(8224);
-    cb = O::sra(O::add16(O::sub16(O::sub16(O::mulhrs16s(b, O::set(7193)), O::mulhrs16s(g, O::set(4768))),
-                                            O::mulhrs16s(r, O::set(2425))), half), 6);
-    cr = O::sra(O::add16(O::sub16(O::sub16(O::mulhrs16s(r, O::set(7193)), O::mulhrs16s(g, O::set(6029))),
-                                            O::mulhrs16s(b, O::set(1163))), half), 6);
+    cb = O::sra(O::add16(O::sub16(O::sub16(O::mulhrs16s(b, O::set(bt601::kCbB14)), O::mulhrs16s(g, O::set(bt601::kCbG14))),
+                                            O::mulhrs16s(r, O::set(bt601::kCbR14))), half), 6);
+    cr = O::sra(O::add16(O::sub16(O::sub16(O::mulhrs16s(r, O::set(bt601::kCrR14)), O::mulhrs16s(g, O::set(bt601::kCrG14))),
+                                            O::mulhrs16s(b, O::set(bt601::kCrB14))), half), 6);
   }
 };
 
@@ -77,7 +77,7 @@ struct PairForm {
 // FY3 with a truncating constant: the odd pixel's luma in TC1, which can come
 // out one lower than the even pixel's for the same colour.
 struct FY3Trunc {
-  static int y(int r, int g, int b) { return ((16843 * r + 33030 * g + 6423 * b + 0x100000) >> 16) & 255; }
+  static int y(int r, int g, int b) { return ((bt601::kYR16 * r + bt601::kYG16 * g + bt601::kYB16 * b + 0x100000) >> 16) & 255; }
 };
 
 // Q17 chroma of a pair's sums with the offsets OffCb and OffCr, stored as the
@@ -85,8 +85,8 @@ struct FY3Trunc {
 template <int OffCb, int OffCr, bool Chop = false>
 struct TCChroma {
   static int put(int v) { return Chop ? CHOP_ARRAY[v] : (v & 255); }
-  static int cb(int sR, int sG, int sB) { return put((-9699 * sR - 19071 * sG + 28770 * sB + OffCb) >> 17); }
-  static int cr(int sR, int sG, int sB) { return put((28770 * sR - 24117 * sG - 4653 * sB + OffCr) >> 17); }
+  static int cb(int sR, int sG, int sB) { return put((-bt601::kCbR16 * sR - bt601::kCbG16 * sG + bt601::kCbB16 * sB + OffCb) >> 17); }
+  static int cr(int sR, int sG, int sB) { return put((bt601::kCrR16 * sR - bt601::kCrG16 * sG - bt601::kCrB16 * sB + OffCr) >> 17); }
 };
 
 // A tail form: even and odd luma by their own rules, chroma of the pair sums.
@@ -146,8 +146,8 @@ struct ThreeTapTerms {
 };
 // The half of 2425 is taken as 1213: like 3015 and 582, the halves of the
 // subtracted coefficients round up.
-using ThreeTapCb = ThreeTapTerms<7193, 4768, 2425, 3596, 2384, 1213>;
-using ThreeTapCr = ThreeTapTerms<7193, 6029, 1163, 3596, 3015, 582>;
+using ThreeTapCb = ThreeTapTerms<bt601::kCbB14, bt601::kCbG14, bt601::kCbR14, bt601::kCbB14Half, bt601::kCbG14Half, bt601::kCbR14Half>;
+using ThreeTapCr = ThreeTapTerms<bt601::kCrR14, bt601::kCrG14, bt601::kCrB14, bt601::kCrR14Half, bt601::kCrG14Half, bt601::kCrB14Half>;
 
 struct ThreeTapBlock {
   static constexpr bool kUsesPrev = true;
@@ -185,8 +185,8 @@ struct ThreeTapBlock {
 // truncating shift, and -0x7F8001 leaves 128.5 (less 1/65536) in the low byte.
 struct ThreeTapTail {
   static constexpr bool kUsesPrev = true;
-  static int cCb(const int* p) { return -9699 * p[0] - 19071 * p[1] + 28770 * p[2]; }
-  static int cCr(const int* p) { return 28770 * p[0] - 24117 * p[1] - 4653 * p[2]; }
+  static int cCb(const int* p) { return -bt601::kCbR16 * p[0] - bt601::kCbG16 * p[1] + bt601::kCbB16 * p[2]; }
+  static int cCr(const int* p) { return bt601::kCrR16 * p[0] - bt601::kCrG16 * p[1] - bt601::kCrB16 * p[2]; }
   static void pair(const int* prev, const int* a, const int* b, int* out) {
     out[0] = FY3::y(a[0], a[1], a[2]);
     out[1] = FY3::y(b[0], b[1], b[2]);
@@ -208,13 +208,13 @@ struct ThreeTapTail {
 struct PairHighMul {
   static constexpr bool kUsesPrev = false;
   static int y(int r, int g, int b) {
-    return clamp8((mulhi16u(r << 8, 8422) + mulhi16u(g << 8, 16515) + mulhi16u(b << 8, 3212) + 2112) >> 7);
+    return clamp8((mulhi16u(r << 8, bt601::kYR15) + mulhi16u(g << 8, bt601::kYG15) + mulhi16u(b << 8, bt601::kYB15) + 2112) >> 7);
   }
   static int cb(int sR, int sG, int sB) {
-    return clamp8((16447 + mulhi16u(sB << 7, 14385) - mulhi16u(sG << 7, 9535) - mulhi16u(sR << 7, 4850)) >> 7);
+    return clamp8((16447 + mulhi16u(sB << 7, bt601::kCbB15) - mulhi16u(sG << 7, bt601::kCbG15) - mulhi16u(sR << 7, bt601::kCbR15)) >> 7);
   }
   static int cr(int sR, int sG, int sB) {
-    return clamp8((16447 + mulhi16u(sR << 7, 14385) - mulhi16u(sG << 7, 12058) - mulhi16u(sB << 7, 2327)) >> 7);
+    return clamp8((16447 + mulhi16u(sR << 7, bt601::kCrR15) - mulhi16u(sG << 7, bt601::kCrG15) - mulhi16u(sB << 7, bt601::kCrB15)) >> 7);
   }
   static void pair(const int*, const int* a, const int* b, int* out) {
     out[0] = y(a[0], a[1], a[2]);
@@ -224,9 +224,9 @@ struct PairHighMul {
   }
   template <class O, class V = typename O::V>
   static V y(V r, V g, V b) {
-    return O::srl(O::add16(O::add16(O::add16(O::mulhi16u(O::sll(r, 8), O::set(8422)),
-                                                       O::mulhi16u(O::sll(g, 8), O::set(16515))),
-                                              O::mulhi16u(O::sll(b, 8), O::set(3212))), O::set(2112)), 7);
+    return O::srl(O::add16(O::add16(O::add16(O::mulhi16u(O::sll(r, 8), O::set(bt601::kYR15)),
+                                                       O::mulhi16u(O::sll(g, 8), O::set(bt601::kYG15))),
+                                              O::mulhi16u(O::sll(b, 8), O::set(bt601::kYB15))), O::set(2112)), 7);
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* a, const V* b, const int*, Pairs<O>& o) {
@@ -234,10 +234,10 @@ struct PairHighMul {
     o.y[1] = y<O>(b[0], b[1], b[2]);
     const V sR = O::sll(O::hadd16(a[0], b[0]), 7), sG = O::sll(O::hadd16(a[1], b[1]), 7);
     const V sB = O::sll(O::hadd16(a[2], b[2]), 7), off = O::set(16447);
-    o.cb = O::srl(O::sub16(O::sub16(O::add16(off, O::mulhi16u(sB, O::set(14385))),
-                                              O::mulhi16u(sG, O::set(9535))), O::mulhi16u(sR, O::set(4850))), 7);
-    o.cr = O::srl(O::sub16(O::sub16(O::add16(off, O::mulhi16u(sR, O::set(14385))),
-                                              O::mulhi16u(sG, O::set(12058))), O::mulhi16u(sB, O::set(2327))), 7);
+    o.cb = O::srl(O::sub16(O::sub16(O::add16(off, O::mulhi16u(sB, O::set(bt601::kCbB15))),
+                                              O::mulhi16u(sG, O::set(bt601::kCbG15))), O::mulhi16u(sR, O::set(bt601::kCbR15))), 7);
+    o.cr = O::srl(O::sub16(O::sub16(O::add16(off, O::mulhi16u(sR, O::set(bt601::kCrR15))),
+                                              O::mulhi16u(sG, O::set(bt601::kCrG15))), O::mulhi16u(sB, O::set(bt601::kCrB15))), 7);
   }
 };
 
@@ -248,12 +248,12 @@ struct PairHighMul {
 // Luma at 64 times its value from high products of the samples << 7 with the
 // twice-luma coefficients 9798, 19235, 3736 (as FU2 has them).
 inline int yuvLuma64(int r, int g, int b) {
-  return mulhi16s(r << 7, 9798) + mulhi16s(g << 7, 19235) + mulhi16s(b << 7, 3736);
+  return mulhi16s(r << 7, yuv::kYR15) + mulhi16s(g << 7, yuv::kYG15) + mulhi16s(b << 7, yuv::kYB15);
 }
 template <class O, class V = typename O::V>
 inline V yuvLuma64(V r, V g, V b) {
-  return O::add16(O::add16(O::mulhi16s(O::sll(r, 7), O::set(9798)), O::mulhi16s(O::sll(g, 7), O::set(19235))),
-                  O::mulhi16s(O::sll(b, 7), O::set(3736)));
+  return O::add16(O::add16(O::mulhi16s(O::sll(r, 7), O::set(yuv::kYR15)), O::mulhi16s(O::sll(g, 7), O::set(yuv::kYG15))),
+                  O::mulhi16s(O::sll(b, 7), O::set(yuv::kYB15)));
 }
 
 // Block of the YUV 4:2:2 kernels. Luma is (l64 + KY) >> 6 per pixel. The chroma
@@ -271,8 +271,8 @@ struct YUV422Block {
     const int la = yuvLuma64(a[0], a[1], a[2]), lb = yuvLuma64(b[0], b[1], b[2]);
     out[0] = clamp8((la + KY) >> 6);
     out[1] = clamp8((lb + KY) >> 6);
-    out[2] = clamp8(mulhi16s(diff(a[2] + b[2], la + lb), 16121) + 128);
-    out[3] = clamp8(mulhi16s(diff(a[0] + b[0], la + lb), 28737) + 128);
+    out[2] = clamp8(mulhi16s(diff(a[2] + b[2], la + lb), yuv::kU15) + 128);
+    out[3] = clamp8(mulhi16s(diff(a[0] + b[0], la + lb), yuv::kV15) + 128);
   }
   template <class O, class V = typename O::V>
   static V diff(V s, V lsum) { return O::sra(O::add16(O::sub16(O::sll(s, 6), lsum), O::set(KD)), 6); }
@@ -282,8 +282,8 @@ struct YUV422Block {
     o.y[0] = O::sra(O::add16(la, O::set(KY)), 6);
     o.y[1] = O::sra(O::add16(lb, O::set(KY)), 6);
     const V lsum = O::hadd16(la, lb), c128 = O::set(128);
-    o.cb = O::add16(O::mulhi16s(diff<O>(O::hadd16(a[2], b[2]), lsum), O::set(16121)), c128);
-    o.cr = O::add16(O::mulhi16s(diff<O>(O::hadd16(a[0], b[0]), lsum), O::set(28737)), c128);
+    o.cb = O::add16(O::mulhi16s(diff<O>(O::hadd16(a[2], b[2]), lsum), O::set(yuv::kU15)), c128);
+    o.cr = O::add16(O::mulhi16s(diff<O>(O::hadd16(a[0], b[0]), lsum), O::set(yuv::kV15)), c128);
   }
 };
 
@@ -294,15 +294,15 @@ struct YUV422Block {
 template <int RoundY, int RoundC>
 struct YUV422Tail {
   static constexpr bool kUsesPrev = false;
-  static int y32(const int* p) { return 19595 * p[0] + 38470 * p[1] + 7471 * p[2]; }
+  static int y32(const int* p) { return yuv::kYR16 * p[0] + yuv::kYG16 * p[1] + yuv::kYB16 * p[2]; }
   static void pair(const int*, const int* a, const int* b, int* out) {
     const int ya = y32(a), yb = y32(b), ys = ya + yb;
     out[0] = (ya + RoundY) >> 16;
     out[1] = (yb + RoundY) >> 16;
     const int dB = (((a[2] + b[2]) << 16) - ys + RoundC) >> 16;
     const int dR = (((a[0] + b[0]) << 16) - ys + RoundC) >> 16;
-    out[2] = (((dB * 32244) >> 17) + 128) & 255;
-    out[3] = CHOP_ARRAY[((dR * 57475) >> 17) + 128];
+    out[2] = (((dB * yuv::kU16) >> 17) + 128) & 255;
+    out[3] = CHOP_ARRAY[((dR * yuv::kV16) >> 17) + 128];
   }
 };
 
@@ -326,15 +326,15 @@ using YUV422TailP3 = YUV422Tail<0, 65535>;
 // ends, as every other YUV block does.
 struct V8Tail {
   static constexpr bool kUsesPrev = false;
-  static int y15(const int* p) { return 9798 * p[0] + 19235 * p[1] + 3736 * p[2]; }
+  static int y15(const int* p) { return yuv::kYR15 * p[0] + yuv::kYG15 * p[1] + yuv::kYB15 * p[2]; }
   static void pair(const int*, const int* a, const int* b, int* out) {
     const int ya = y15(a), yb = y15(b), ys = ya + yb;
     out[0] = ya >> 15;
     out[1] = yb >> 15;
     const int dB = (32768 * (a[2] + b[2]) - ys + 2 * 16383) >> 16;
     const int dR = (32768 * (a[0] + b[0]) - ys + 2 * 32767) >> 16;
-    out[2] = (((dB * 16121) >> 15) - 128) & 255;
-    const int v = ((dR * 28737) >> 15) + 128;
+    out[2] = (((dB * yuv::kU15) >> 15) - 128) & 255;
+    const int v = ((dR * yuv::kV15) >> 15) + 128;
     out[3] = (v > 255 ? 255 : v) & 255;
   }
 };
@@ -348,7 +348,7 @@ struct V8Tail {
 struct V8Block {
   static constexpr bool kUsesPrev = false;
   static int luma64(int r, int g, int b) {
-    return mulhrs16s(r << 7, 4899) + mulhrs16s(g << 7, 9617) + mulhrs16s(b << 7, 1868);
+    return mulhrs16s(r << 7, yuv::kYR14) + mulhrs16s(g << 7, yuv::kYG14) + mulhrs16s(b << 7, yuv::kYB14);
   }
   static int chroma(int s, int lsum, int round, int coef) {
     const int d = s16((s << 6) - lsum + round) >> 7;
@@ -358,13 +358,13 @@ struct V8Block {
     const int la = luma64(a[0], a[1], a[2]), lb = luma64(b[0], b[1], b[2]);
     out[0] = clamp8(la >> 6);
     out[1] = clamp8(lb >> 6);
-    out[2] = clamp8(chroma(a[2] + b[2], la + lb, 63, 8061));
-    out[3] = clamp8(chroma(a[0] + b[0], la + lb, 127, 14369));
+    out[2] = clamp8(chroma(a[2] + b[2], la + lb, 63, yuv::kU14));
+    out[3] = clamp8(chroma(a[0] + b[0], la + lb, 127, yuv::kV14));
   }
   template <class O, class V = typename O::V>
   static V luma64(V r, V g, V b) {
-    return O::add16(O::add16(O::mulhrs16s(O::sll(r, 7), O::set(4899)), O::mulhrs16s(O::sll(g, 7), O::set(9617))),
-                    O::mulhrs16s(O::sll(b, 7), O::set(1868)));
+    return O::add16(O::add16(O::mulhrs16s(O::sll(r, 7), O::set(yuv::kYR14)), O::mulhrs16s(O::sll(g, 7), O::set(yuv::kYG14))),
+                    O::mulhrs16s(O::sll(b, 7), O::set(yuv::kYB14)));
   }
   template <class O, class V = typename O::V>
   static V chroma(V s, V lsum, int round, int coef) {
@@ -377,8 +377,8 @@ struct V8Block {
     o.y[0] = O::sra(la, 6);
     o.y[1] = O::sra(lb, 6);
     const V lsum = O::hadd16(la, lb);
-    o.cb = chroma<O>(O::hadd16(a[2], b[2]), lsum, 63, 8061);
-    o.cr = chroma<O>(O::hadd16(a[0], b[0]), lsum, 127, 14369);
+    o.cb = chroma<O>(O::hadd16(a[2], b[2]), lsum, 63, yuv::kU14);
+    o.cr = chroma<O>(O::hadd16(a[0], b[0]), lsum, 127, yuv::kV14);
   }
 };
 
