@@ -173,25 +173,25 @@ struct IYRounded {
   static void block(const __m128i* in, __m128i* out) { clampedBlock<IYRounded>(in, out); }
 #endif
 };
-using IY1 = IYRounded<4769, 6537, 1605, 3330, 8263, 4, 3>;
-using IY2 = IYRounded<9535, 13074, 3211, 6660, 16523, 8, 4>;
+using IY1 = IYRounded<bt601::kY12, bt601::kCrR12, bt601::kCbG12, bt601::kCrG12, bt601::kCbB12, 4, 3>;
+using IY2 = IYRounded<bt601::kY13, bt601::kCrR13, bt601::kCbG13, bt601::kCrG13, bt601::kCbB13, 8, 4>;
 
 // IY3: G adds two negative products, Cb-to-G is -3203, and it truncates (>> 4).
 struct IY3 {
   static void pixel(const int* in, int* out) {
-    const int y = mulhi16s((in[0] - 16) << 7, 9536);
+    const int y = mulhi16s((in[0] - 16) << 7, bt601::kY13Iy3);
     const int cb = (in[1] - 128) << 7, cr = (in[2] - 128) << 7;
-    out[0] = clamp8(adds16s(y, mulhi16s(cr, 13074)) >> 4);
-    out[1] = clamp8(adds16s(adds16s(y, mulhi16s(cr, -6660)), mulhi16s(cb, -3203)) >> 4);
-    out[2] = clamp8(adds16s(y, mulhi16s(cb, 16523)) >> 4);
+    out[0] = clamp8(adds16s(y, mulhi16s(cr, bt601::kCrR13)) >> 4);
+    out[1] = clamp8(adds16s(adds16s(y, mulhi16s(cr, -bt601::kCrG13)), mulhi16s(cb, -bt601::kCbG13Iy3)) >> 4);
+    out[2] = clamp8(adds16s(y, mulhi16s(cb, bt601::kCbB13)) >> 4);
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
-    const V y = O::mulhi16s(O::sll(O::sub16(in[0], O::set(16)), 7), O::set(9536));
+    const V y = O::mulhi16s(O::sll(O::sub16(in[0], O::set(16)), 7), O::set(bt601::kY13Iy3));
     const V cb = O::sll(O::sub16(in[1], O::set(128)), 7), cr = O::sll(O::sub16(in[2], O::set(128)), 7);
-    out[0] = O::sra(O::adds16s(y, O::mulhi16s(cr, O::set(13074))), 4);
-    out[1] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(cr, O::set(-6660))), O::mulhi16s(cb, O::set(-3203))), 4);
-    out[2] = O::sra(O::adds16s(y, O::mulhi16s(cb, O::set(16523))), 4);
+    out[0] = O::sra(O::adds16s(y, O::mulhi16s(cr, O::set(bt601::kCrR13))), 4);
+    out[1] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(cr, O::set(-bt601::kCrG13))), O::mulhi16s(cb, O::set(-bt601::kCbG13Iy3))), 4);
+    out[2] = O::sra(O::adds16s(y, O::mulhi16s(cb, O::set(bt601::kCbB13))), 4);
   }
 #if LUM_SIMD_SSE
   static void block(const __m128i* in, __m128i* out) { clampedBlock<IY3>(in, out); }
@@ -229,9 +229,9 @@ struct SYTail {
   static void block(const __m128i* in, __m128i* out) { clampedBlock<SYTail>(in, out); }
 #endif
 };
-using SY1 = SYTail<76282, 104593, 25689, 53279, 132184, 32768>;
-using SY2 = SYTail<76284, 104595, 25690, 53281, 132186, 32768>;
-using SY3 = SYTail<76284, 104595, 25690, 53281, 132186, 0>;
+using SY1 = SYTail<bt601::kY16Sy1, bt601::kCrR16Sy1, bt601::kCbG16Sy1, bt601::kCrG16Sy1, bt601::kCbB16Sy1, 32768>;
+using SY2 = SYTail<bt601::kY16Sy2, bt601::kCrR16Sy2, bt601::kCbG16Sy2, bt601::kCrG16Sy2, bt601::kCbB16Sy2, 32768>;
+using SY3 = SYTail<bt601::kY16Sy2, bt601::kCrR16Sy2, bt601::kCbG16Sy2, bt601::kCrG16Sy2, bt601::kCbB16Sy2, 0>;
 
 // ---------------------------------------------------------------------------
 // Forward YUV
@@ -375,17 +375,17 @@ struct TU3 {
 struct IU1 {
   static void pixel(const int* in, int* out) {
     const int y = in[0], ua = (in[1] - 128) << 3, va = (in[2] - 128) << 3;
-    out[0] = clamp8(adds16s(y, mulhi16s(va, 9339)));
-    out[1] = clamp8(adds16s(adds16s(y, mulhi16s(ua, -3228)), mulhi16s(va, -4760)));
-    out[2] = clamp8(adds16s(y, mulhi16s(ua, 16646)));
+    out[0] = clamp8(adds16s(y, mulhi16s(va, yuv::kVR13Iu1)));
+    out[1] = clamp8(adds16s(adds16s(y, mulhi16s(ua, -yuv::kUG13Iu1)), mulhi16s(va, -yuv::kVG13Iu1)));
+    out[2] = clamp8(adds16s(y, mulhi16s(ua, yuv::kUB13)));
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
     const V y = in[0];
     const V ua = O::sll(O::sub16(in[1], O::set(128)), 3), va = O::sll(O::sub16(in[2], O::set(128)), 3);
-    out[0] = O::adds16s(y, O::mulhi16s(va, O::set(9339)));
-    out[1] = O::adds16s(O::adds16s(y, O::mulhi16s(ua, O::set(-3228))), O::mulhi16s(va, O::set(-4760)));
-    out[2] = O::adds16s(y, O::mulhi16s(ua, O::set(16646)));
+    out[0] = O::adds16s(y, O::mulhi16s(va, O::set(yuv::kVR13Iu1)));
+    out[1] = O::adds16s(O::adds16s(y, O::mulhi16s(ua, O::set(-yuv::kUG13Iu1))), O::mulhi16s(va, O::set(-yuv::kVG13Iu1)));
+    out[2] = O::adds16s(y, O::mulhi16s(ua, O::set(yuv::kUB13)));
   }
 #if LUM_SIMD_SSE
   static void block(const __m128i* in, __m128i* out) { clampedBlock<IU1>(in, out); }
@@ -396,17 +396,17 @@ struct IU1 {
 struct IU2 {
   static void pixel(const int* in, int* out) {
     const int y = 2 * in[0], ub = (in[1] - 128) << 4, vb = (in[2] - 128) << 4;
-    out[0] = clamp8(adds16s(y, mulhi16s(vb, 9338)) >> 1);
-    out[1] = clamp8(adds16s(adds16s(y, mulhi16s(ub, -3227)), mulhi16s(vb, -4759)) >> 1);
-    out[2] = clamp8(adds16s(y, mulhi16s(ub, 16645)) >> 1);
+    out[0] = clamp8(adds16s(y, mulhi16s(vb, yuv::kVR13)) >> 1);
+    out[1] = clamp8(adds16s(adds16s(y, mulhi16s(ub, -yuv::kUG13)), mulhi16s(vb, -yuv::kVG13)) >> 1);
+    out[2] = clamp8(adds16s(y, mulhi16s(ub, yuv::kUB13Low)) >> 1);
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
     const V y = O::sll(in[0], 1);
     const V ub = O::sll(O::sub16(in[1], O::set(128)), 4), vb = O::sll(O::sub16(in[2], O::set(128)), 4);
-    out[0] = O::sra(O::adds16s(y, O::mulhi16s(vb, O::set(9338))), 1);
-    out[1] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(ub, O::set(-3227))), O::mulhi16s(vb, O::set(-4759))), 1);
-    out[2] = O::sra(O::adds16s(y, O::mulhi16s(ub, O::set(16645))), 1);
+    out[0] = O::sra(O::adds16s(y, O::mulhi16s(vb, O::set(yuv::kVR13))), 1);
+    out[1] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(ub, O::set(-yuv::kUG13))), O::mulhi16s(vb, O::set(-yuv::kVG13))), 1);
+    out[2] = O::sra(O::adds16s(y, O::mulhi16s(ub, O::set(yuv::kUB13Low))), 1);
   }
 #if LUM_SIMD_SSE
   static void block(const __m128i* in, __m128i* out) { clampedBlock<IU2>(in, out); }
@@ -417,9 +417,9 @@ struct IU2 {
 struct IU3 {
   static void pixel(const int* in, int* out) {
     const int y = in[0] << 3, uc = (in[1] - 128) << 7, vc = (in[2] - 128) << 7;
-    out[0] = clamp8(adds16s(adds16s(y, mulhi16s(vc, 4669)), 4) >> 3);
-    out[1] = clamp8(adds16s(subs16s(subs16s(y, mulhi16s(uc, 1614)), mulhi16s(vc, 2380)), 4) >> 3);
-    out[2] = clamp8(adds16s(adds16s(y, mulhi16s(uc, 8323)), 4) >> 3);
+    out[0] = clamp8(adds16s(adds16s(y, mulhi16s(vc, yuv::kVR12)), 4) >> 3);
+    out[1] = clamp8(adds16s(subs16s(subs16s(y, mulhi16s(uc, yuv::kUG12)), mulhi16s(vc, yuv::kVG12)), 4) >> 3);
+    out[2] = clamp8(adds16s(adds16s(y, mulhi16s(uc, yuv::kUB12)), 4) >> 3);
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
@@ -427,9 +427,9 @@ struct IU3 {
     // below 2100), so the adds are plain ones and the rounding add is made once.
     const V y = O::add16(O::sll(in[0], 3), O::set(4));
     const V uc = O::sll(O::sub16(in[1], O::set(128)), 7), vc = O::sll(O::sub16(in[2], O::set(128)), 7);
-    out[0] = O::sra(O::add16(y, O::mulhi16s(vc, O::set(4669))), 3);
-    out[1] = O::sra(O::sub16(O::sub16(y, O::mulhi16s(uc, O::set(1614))), O::mulhi16s(vc, O::set(2380))), 3);
-    out[2] = O::sra(O::add16(y, O::mulhi16s(uc, O::set(8323))), 3);
+    out[0] = O::sra(O::add16(y, O::mulhi16s(vc, O::set(yuv::kVR12))), 3);
+    out[1] = O::sra(O::sub16(O::sub16(y, O::mulhi16s(uc, O::set(yuv::kUG12))), O::mulhi16s(vc, O::set(yuv::kVG12))), 3);
+    out[2] = O::sra(O::add16(y, O::mulhi16s(uc, O::set(yuv::kUB12))), 3);
   }
 #if LUM_SIMD_SSE
   static void block(const __m128i* in, __m128i* out) { clampedBlock<IU3>(in, out); }
@@ -464,8 +464,8 @@ struct SUTail {
 #endif
 };
 // SU1 rounds R and B but truncates G.
-using SU1 = SUTail<74711, 25821, 38076, 133169, 32768, 0, 32768>;
-using SU2 = SUTail<74710, 25820, 38075, 133168, 0, 0, 0>;
-using SU3 = SUTail<74711, 25821, 38076, 133169, 32768, 32768, 32768>;
+using SU1 = SUTail<yuv::kVR16, yuv::kUG16, yuv::kVG16, yuv::kUB16, 32768, 0, 32768>;
+using SU2 = SUTail<yuv::kVR16Low, yuv::kUG16Low, yuv::kVG16Low, yuv::kUB16Low, 0, 0, 0>;
+using SU3 = SUTail<yuv::kVR16, yuv::kUG16, yuv::kVG16, yuv::kUB16, 32768, 32768, 32768>;
 
 }  // namespace lum::form

@@ -192,7 +192,7 @@ struct TU1Cell {
 // The offset-folded scheme of forms_422.h with the 4:2:0 set: 4769, 8263, 1605,
 // 3330, 6537, and offsets that carry a rounding half (1779, 1089, 2211 against
 // 1783, 1085, 2214 of 4:2:2).
-using IY4Cell = IYFolded<4769, 6537, 1605, 3330, 8263, 1779, 1089, 2211>;
+using IY4Cell = IYFolded<bt601::kY12, bt601::kCrR12, bt601::kCbG12, bt601::kCrG12, bt601::kCbB12, 1779, 1089, 2211>;
 
 // IU2's coefficients at four times IU2's working scale: Y << 3, chroma << 6, then
 // >> 3 with no rounding. R and B equal IU2's; G truncates its two products more
@@ -200,22 +200,22 @@ using IY4Cell = IYFolded<4769, 6537, 1605, 3330, 8263, 1779, 1089, 2211>;
 struct IU2Fine {
   static void pixel(const int* in, int* out) {
     const int y = in[0] << 3, u = (in[1] - 128) << 6, v = (in[2] - 128) << 6;
-    out[0] = clamp8(adds16s(y, mulhi16s(v, 9338)) >> 3);
-    out[1] = clamp8(adds16s(adds16s(y, mulhi16s(u, -3227)), mulhi16s(v, -4759)) >> 3);
-    out[2] = clamp8(adds16s(y, mulhi16s(u, 16645)) >> 3);
+    out[0] = clamp8(adds16s(y, mulhi16s(v, yuv::kVR13)) >> 3);
+    out[1] = clamp8(adds16s(adds16s(y, mulhi16s(u, -yuv::kUG13)), mulhi16s(v, -yuv::kVG13)) >> 3);
+    out[2] = clamp8(adds16s(y, mulhi16s(u, yuv::kUB13Low)) >> 3);
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
     const V y = O::sll(in[0], 3);
     const V u = O::sll(O::sub16(in[1], O::set(128)), 6), v = O::sll(O::sub16(in[2], O::set(128)), 6);
-    out[0] = O::sra(O::adds16s(y, O::mulhi16s(v, O::set(9338))), 3);
-    out[1] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(u, O::set(-3227))), O::mulhi16s(v, O::set(-4759))), 3);
-    out[2] = O::sra(O::adds16s(y, O::mulhi16s(u, O::set(16645))), 3);
+    out[0] = O::sra(O::adds16s(y, O::mulhi16s(v, O::set(yuv::kVR13))), 3);
+    out[1] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(u, O::set(-yuv::kUG13))), O::mulhi16s(v, O::set(-yuv::kVG13))), 3);
+    out[2] = O::sra(O::adds16s(y, O::mulhi16s(u, O::set(yuv::kUB13Low))), 3);
   }
 };
 
 // The 4:1:1 tail: a coefficient set of its own (76294 for Y, -25625 for Cb to G),
 // rounded like SY1: the Y offset is -16 * 76294 + 32768 = -1187936.
-using SY411 = SYTail<76294, 104595, 25625, 53281, 132186, 32768>;
+using SY411 = SYTail<bt601::kY16Sy411, bt601::kCrR16Sy2, bt601::kCbG16Sy411, bt601::kCrG16Sy2, bt601::kCbB16Sy2, 32768>;
 
 }  // namespace lum::form

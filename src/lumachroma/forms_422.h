@@ -413,10 +413,11 @@ struct IYFolded {
 
 // IY4: the folded scheme with the 4:2:2 set, 4768, 6537, 1606, 3330, 8262 and
 // the offsets 1783, 1085, 2214.
-using IY4 = IYFolded<4768, 6537, 1606, 3330, 8262, 1783, 1085, 2214>;
+using IY4 = IYFolded<bt601::kY12Folded422, bt601::kCrR12, bt601::kCbG12Folded422, bt601::kCrG12,
+                     bt601::kCbB12Folded422, 1783, 1085, 2214>;
 
 // The IY1 scheme with the constants of the YCbCr422 -> BGRA kernel.
-using IY1Bgra = IYRounded<4767, 6537, 1605, 3330, 8261, 4, 3>;
+using IY1Bgra = IYRounded<bt601::kY12Bgra, bt601::kCrR12, bt601::kCbG12, bt601::kCrG12, bt601::kCbB12Bgra, 4, 3>;
 
 // ---------------------------------------------------------------------------
 // Inverse YUV
@@ -427,18 +428,18 @@ using IY1Bgra = IYRounded<4767, 6537, 1605, 3330, 8261, 4, 3>;
 struct IU5 {
   static void pixel(const int* in, int* out) {
     const int y = in[0] << 4, ud = (in[1] - 128) << 7, vd = (in[2] - 128) << 7;
-    out[0] = clamp8(adds16s(adds16s(y, mulhi16s(vd, 9338)), 8) >> 4);
-    out[1] = clamp8(adds16s(subs16s(y, adds16s(mulhi16s(ud, 3227), mulhi16s(vd, 4759))), 8) >> 4);
-    out[2] = clamp8(adds16s(adds16s(y, mulhi16s(ud, 16646)), 8) >> 4);
+    out[0] = clamp8(adds16s(adds16s(y, mulhi16s(vd, yuv::kVR13)), 8) >> 4);
+    out[1] = clamp8(adds16s(subs16s(y, adds16s(mulhi16s(ud, yuv::kUG13), mulhi16s(vd, yuv::kVG13))), 8) >> 4);
+    out[2] = clamp8(adds16s(adds16s(y, mulhi16s(ud, yuv::kUB13)), 8) >> 4);
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
     const V y = O::sll(in[0], 4), eight = O::set(8);
     const V ud = O::sll(O::sub16(in[1], O::set(128)), 7), vd = O::sll(O::sub16(in[2], O::set(128)), 7);
-    out[0] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(vd, O::set(9338))), eight), 4);
-    out[1] = O::sra(O::adds16s(O::subs16s(y, O::adds16s(O::mulhi16s(ud, O::set(3227)), O::mulhi16s(vd, O::set(4759)))),
+    out[0] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(vd, O::set(yuv::kVR13))), eight), 4);
+    out[1] = O::sra(O::adds16s(O::subs16s(y, O::adds16s(O::mulhi16s(ud, O::set(yuv::kUG13)), O::mulhi16s(vd, O::set(yuv::kVG13)))),
                                eight), 4);
-    out[2] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(ud, O::set(16646))), eight), 4);
+    out[2] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(ud, O::set(yuv::kUB13))), eight), 4);
   }
 #if LUM_SIMD_SSE
   static void block(const __m128i* in, __m128i* out) { clampedBlock<IU5>(in, out); }
@@ -448,6 +449,6 @@ struct IU5 {
 // SU4: SU3's coefficients with no rounding add at all. With u = v = c it is also
 // the rule of a lone YUV 4:2:2 pixel whose one chroma sample serves as both
 // (-25821 - 38076 = -63897 for green).
-using SU4 = SUTail<74711, 25821, 38076, 133169, 0, 0, 0>;
+using SU4 = SUTail<yuv::kVR16, yuv::kUG16, yuv::kVG16, yuv::kUB16, 0, 0, 0>;
 
 }  // namespace lum::form
