@@ -64,13 +64,17 @@ struct FY1 {
     const V r = O::sll(in[0], 7), g = O::sll(in[1], 7), b = O::sll(in[2], 7);
     const V y = O::add16(O::add16(O::add16(O::mulhrs16s(r, O::set(bt601::kYR14)), O::mulhrs16s(g, O::set(bt601::kYG14))),
                                   O::mulhrs16s(b, O::set(bt601::kYB14))), O::set(1056));
-    const V cb = O::add16(O::sub16(O::sub16(O::mulhrs16s(b, O::set(bt601::kCbB14)), O::mulhrs16s(g, O::set(bt601::kCbG14))),
-                                   O::mulhrs16s(r, O::set(bt601::kCbR14))), O::set(8194));
-    const V cr = O::add16(O::sub16(O::sub16(O::mulhrs16s(r, O::set(bt601::kCrR14)), O::mulhrs16s(g, O::set(bt601::kCrG14))),
-                                   O::mulhrs16s(b, O::set(bt601::kCrB14))), O::set(8194));
     out[0] = O::sra(y, 6);
-    out[1] = O::sra(cb, 6);
-    out[2] = O::sra(cr, 6);
+    vchroma<O>(r, g, b, out[1], out[2]);
+  }
+  // Cb and Cr lanes (clamp8 left to the store) of lanes r, g, b at the scale of
+  // samples << 7.
+  template <class O, class V = typename O::V>
+  static void vchroma(V r, V g, V b, V& cb, V& cr) {
+    cb = O::sra(O::add16(O::sub16(O::sub16(O::mulhrs16s(b, O::set(bt601::kCbB14)), O::mulhrs16s(g, O::set(bt601::kCbG14))),
+                                  O::mulhrs16s(r, O::set(bt601::kCbR14))), O::set(8194)), 6);
+    cr = O::sra(O::add16(O::sub16(O::sub16(O::mulhrs16s(r, O::set(bt601::kCrR14)), O::mulhrs16s(g, O::set(bt601::kCrG14))),
+                                  O::mulhrs16s(b, O::set(bt601::kCrB14))), O::set(8194)), 6);
   }
 #if LUM_SIMD_SSE
   static void block(const __m128i* in, __m128i* out) { clampedBlock<FY1>(in, out); }
@@ -392,26 +396,31 @@ struct IU1 {
 #endif
 };
 
-// IU2: chroma << 4 against 2Y, then >> 1 without rounding.
-struct IU2 {
+// IU2 at the scale 1 << S: Y << S, chroma less 128 << (S + 3), each product
+// truncated, then >> S without rounding. The finer scale truncates G's two
+// products more finely, so the scales differ on some pixels.
+template <int S>
+struct IUScaled {
   static void pixel(const int* in, int* out) {
-    const int y = 2 * in[0], ub = (in[1] - 128) << 4, vb = (in[2] - 128) << 4;
-    out[0] = clamp8(adds16s(y, mulhi16s(vb, yuv::kVR13)) >> 1);
-    out[1] = clamp8(adds16s(adds16s(y, mulhi16s(ub, -yuv::kUG13)), mulhi16s(vb, -yuv::kVG13)) >> 1);
-    out[2] = clamp8(adds16s(y, mulhi16s(ub, yuv::kUB13Low)) >> 1);
+    const int y = in[0] << S, ub = (in[1] - 128) << (S + 3), vb = (in[2] - 128) << (S + 3);
+    out[0] = clamp8(adds16s(y, mulhi16s(vb, yuv::kVR13)) >> S);
+    out[1] = clamp8(adds16s(adds16s(y, mulhi16s(ub, -yuv::kUG13)), mulhi16s(vb, -yuv::kVG13)) >> S);
+    out[2] = clamp8(adds16s(y, mulhi16s(ub, yuv::kUB13Low)) >> S);
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
-    const V y = O::sll(in[0], 1);
-    const V ub = O::sll(O::sub16(in[1], O::set(128)), 4), vb = O::sll(O::sub16(in[2], O::set(128)), 4);
-    out[0] = O::sra(O::adds16s(y, O::mulhi16s(vb, O::set(yuv::kVR13))), 1);
-    out[1] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(ub, O::set(-yuv::kUG13))), O::mulhi16s(vb, O::set(-yuv::kVG13))), 1);
-    out[2] = O::sra(O::adds16s(y, O::mulhi16s(ub, O::set(yuv::kUB13Low))), 1);
+    const V y = O::sll(in[0], S);
+    const V ub = O::sll(O::sub16(in[1], O::set(128)), S + 3), vb = O::sll(O::sub16(in[2], O::set(128)), S + 3);
+    out[0] = O::sra(O::adds16s(y, O::mulhi16s(vb, O::set(yuv::kVR13))), S);
+    out[1] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(ub, O::set(-yuv::kUG13))), O::mulhi16s(vb, O::set(-yuv::kVG13))), S);
+    out[2] = O::sra(O::adds16s(y, O::mulhi16s(ub, O::set(yuv::kUB13Low))), S);
   }
 #if LUM_SIMD_SSE
-  static void block(const __m128i* in, __m128i* out) { clampedBlock<IU2>(in, out); }
+  static void block(const __m128i* in, __m128i* out) { clampedBlock<IUScaled>(in, out); }
 #endif
 };
+// IU2: chroma << 4 against 2Y, then >> 1 without rounding.
+using IU2 = IUScaled<1>;
 
 // IU3: chroma << 7 against Y << 3, add 4, >> 3.
 struct IU3 {

@@ -33,13 +33,7 @@ struct FC2 {
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* s, V* out) {
-    const V r = O::sll(s[0], 5), g = O::sll(s[1], 5), b = O::sll(s[2], 5);
-    const V cb = O::add16(O::sub16(O::sub16(O::mulhrs16s(b, O::set(bt601::kCbB14)), O::mulhrs16s(g, O::set(bt601::kCbG14))),
-                                   O::mulhrs16s(r, O::set(bt601::kCbR14))), O::set(8194));
-    const V cr = O::add16(O::sub16(O::sub16(O::mulhrs16s(r, O::set(bt601::kCrR14)), O::mulhrs16s(g, O::set(bt601::kCrG14))),
-                                   O::mulhrs16s(b, O::set(bt601::kCrB14))), O::set(8194));
-    out[0] = O::sra(cb, 6);
-    out[1] = O::sra(cr, 6);
+    FY1::vchroma<O>(O::sll(s[0], 5), O::sll(s[1], 5), O::sll(s[2], 5), out[0], out[1]);
   }
 };
 
@@ -197,22 +191,7 @@ using IY4Cell = IYFolded<bt601::kY12, bt601::kCrR12, bt601::kCbG12, bt601::kCrG1
 // IU2's coefficients at four times IU2's working scale: Y << 3, chroma << 6, then
 // >> 3 with no rounding. R and B equal IU2's; G truncates its two products more
 // finely and comes out one code above IU2 on some pixels.
-struct IU2Fine {
-  static void pixel(const int* in, int* out) {
-    const int y = in[0] << 3, u = (in[1] - 128) << 6, v = (in[2] - 128) << 6;
-    out[0] = clamp8(adds16s(y, mulhi16s(v, yuv::kVR13)) >> 3);
-    out[1] = clamp8(adds16s(adds16s(y, mulhi16s(u, -yuv::kUG13)), mulhi16s(v, -yuv::kVG13)) >> 3);
-    out[2] = clamp8(adds16s(y, mulhi16s(u, yuv::kUB13Low)) >> 3);
-  }
-  template <class O, class V = typename O::V>
-  static void vblock(const V* in, V* out) {
-    const V y = O::sll(in[0], 3);
-    const V u = O::sll(O::sub16(in[1], O::set(128)), 6), v = O::sll(O::sub16(in[2], O::set(128)), 6);
-    out[0] = O::sra(O::adds16s(y, O::mulhi16s(v, O::set(yuv::kVR13))), 3);
-    out[1] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(u, O::set(-yuv::kUG13))), O::mulhi16s(v, O::set(-yuv::kVG13))), 3);
-    out[2] = O::sra(O::adds16s(y, O::mulhi16s(u, O::set(yuv::kUB13Low))), 3);
-  }
-};
+using IU2Fine = IUScaled<3>;
 
 // The 4:1:1 tail: a coefficient set of its own (76294 for Y, -25625 for Cb to G),
 // rounded like SY1: the Y offset is -16 * 76294 + 32768 = -1187936.
