@@ -62,8 +62,10 @@ struct FY1 {
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
     const V r = O::sll(in[0], 7), g = O::sll(in[1], 7), b = O::sll(in[2], 7);
-    const V y = O::add16(O::add16(O::add16(O::mulhrs16s(r, O::set(bt601::kYR14)), O::mulhrs16s(g, O::set(bt601::kYG14))),
-                                  O::mulhrs16s(b, O::set(bt601::kYB14))), O::set(1056));
+    const V y =
+        O::add16(O::add16(O::add16(O::mulhrs16s(r, O::set(bt601::kYR14)), O::mulhrs16s(g, O::set(bt601::kYG14))),
+                          O::mulhrs16s(b, O::set(bt601::kYB14))),
+                 O::set(1056));
     out[0] = O::sra(y, 6);
     vchroma<O>(r, g, b, out[1], out[2]);
   }
@@ -71,10 +73,16 @@ struct FY1 {
   // samples << 7.
   template <class O, class V = typename O::V>
   static void vchroma(V r, V g, V b, V& cb, V& cr) {
-    cb = O::sra(O::add16(O::sub16(O::sub16(O::mulhrs16s(b, O::set(bt601::kCbB14)), O::mulhrs16s(g, O::set(bt601::kCbG14))),
-                                  O::mulhrs16s(r, O::set(bt601::kCbR14))), O::set(8194)), 6);
-    cr = O::sra(O::add16(O::sub16(O::sub16(O::mulhrs16s(r, O::set(bt601::kCrR14)), O::mulhrs16s(g, O::set(bt601::kCrG14))),
-                                  O::mulhrs16s(b, O::set(bt601::kCrB14))), O::set(8194)), 6);
+    cb = O::sra(
+        O::add16(O::sub16(O::sub16(O::mulhrs16s(b, O::set(bt601::kCbB14)), O::mulhrs16s(g, O::set(bt601::kCbG14))),
+                          O::mulhrs16s(r, O::set(bt601::kCbR14))),
+                 O::set(8194)),
+        6);
+    cr = O::sra(
+        O::add16(O::sub16(O::sub16(O::mulhrs16s(r, O::set(bt601::kCrR14)), O::mulhrs16s(g, O::set(bt601::kCrG14))),
+                          O::mulhrs16s(b, O::set(bt601::kCrB14))),
+                 O::set(8194)),
+        6);
   }
 #if LUM_SIMD_SSE
   static void block(const __m128i* in, __m128i* out) { clampedBlock<FY1>(in, out); }
@@ -118,12 +126,18 @@ struct FY2 {
     // within +-14330), so the offsets after the shifts join the rounding adds
     // before them: + 16 << 8 for luma (still below 65536), + 128 << 7 for
     // chroma (still positive and below 32768).
-    const V y = O::add16(O::add16(O::add16(O::mulhi16u(r8, O::set(bt601::kYR16)), O::mulhi16u(g8, O::set(bt601::kYG16))),
-                                  O::mulhi16u(b8, O::set(bt601::kYB16))), O::set(128 + (16 << 8)));
-    const V cb = O::add16(O::add16(O::add16(O::mulhi16s(r7, O::set(-bt601::kCbR16)), O::mulhi16s(g7, O::set(-bt601::kCbG16))),
-                                   O::mulhi16s(b7, O::set(bt601::kCbB16))), O::set(64 + (128 << 7)));
-    const V cr = O::add16(O::add16(O::add16(O::mulhi16s(r7, O::set(bt601::kCrR16)), O::mulhi16s(g7, O::set(-bt601::kCrG16))),
-                                   O::mulhi16s(b7, O::set(-bt601::kCrB16))), O::set(64 + (128 << 7)));
+    const V y =
+        O::add16(O::add16(O::add16(O::mulhi16u(r8, O::set(bt601::kYR16)), O::mulhi16u(g8, O::set(bt601::kYG16))),
+                          O::mulhi16u(b8, O::set(bt601::kYB16))),
+                 O::set(128 + (16 << 8)));
+    const V cb =
+        O::add16(O::add16(O::add16(O::mulhi16s(r7, O::set(-bt601::kCbR16)), O::mulhi16s(g7, O::set(-bt601::kCbG16))),
+                          O::mulhi16s(b7, O::set(bt601::kCbB16))),
+                 O::set(64 + (128 << 7)));
+    const V cr =
+        O::add16(O::add16(O::add16(O::mulhi16s(r7, O::set(bt601::kCrR16)), O::mulhi16s(g7, O::set(-bt601::kCrG16))),
+                          O::mulhi16s(b7, O::set(-bt601::kCrB16))),
+                 O::set(64 + (128 << 7)));
     out[0] = O::srl(y, 8);
     out[1] = O::sra(cb, 7);
     out[2] = O::sra(cr, 7);
@@ -135,9 +149,15 @@ struct FY2 {
 
 // FY3: the exact tail: 32-bit Q16 sums, one rounding, stored as the low byte.
 struct FY3 {
-  static int y(int r, int g, int b) { return ((bt601::kYR16 * r + bt601::kYG16 * g + bt601::kYB16 * b + 0x108000) >> 16) & 255; }
-  static int cb(int r, int g, int b) { return ((-bt601::kCbR16 * r - bt601::kCbG16 * g + bt601::kCbB16 * b + 0x808000) >> 16) & 255; }
-  static int cr(int r, int g, int b) { return ((bt601::kCrR16 * r - bt601::kCrG16 * g - bt601::kCrB16 * b + 0x808000) >> 16) & 255; }
+  static int y(int r, int g, int b) {
+    return ((bt601::kYR16 * r + bt601::kYG16 * g + bt601::kYB16 * b + 0x108000) >> 16) & 255;
+  }
+  static int cb(int r, int g, int b) {
+    return ((-bt601::kCbR16 * r - bt601::kCbG16 * g + bt601::kCbB16 * b + 0x808000) >> 16) & 255;
+  }
+  static int cr(int r, int g, int b) {
+    return ((bt601::kCrR16 * r - bt601::kCrG16 * g - bt601::kCrB16 * b + 0x808000) >> 16) & 255;
+  }
   static void pixel(const int* in, int* out) {
     out[0] = y(in[0], in[1], in[2]);
     out[1] = cb(in[0], in[1], in[2]);
@@ -194,7 +214,9 @@ struct IY3 {
     const V y = O::mulhi16s(O::sll(O::sub16(in[0], O::set(16)), 7), O::set(bt601::kY13Iy3));
     const V cb = O::sll(O::sub16(in[1], O::set(128)), 7), cr = O::sll(O::sub16(in[2], O::set(128)), 7);
     out[0] = O::sra(O::adds16s(y, O::mulhi16s(cr, O::set(bt601::kCrR13))), 4);
-    out[1] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(cr, O::set(-bt601::kCrG13))), O::mulhi16s(cb, O::set(-bt601::kCbG13Iy3))), 4);
+    out[1] = O::sra(
+        O::adds16s(O::adds16s(y, O::mulhi16s(cr, O::set(-bt601::kCrG13))), O::mulhi16s(cb, O::set(-bt601::kCbG13Iy3))),
+        4);
     out[2] = O::sra(O::adds16s(y, O::mulhi16s(cb, O::set(bt601::kCbB13))), 4);
   }
 #if LUM_SIMD_SSE
@@ -293,7 +315,8 @@ struct FU1 {
 struct FU2 {
   static void pixel(const int* in, int* out) {
     const int r = in[0] * 4, g = in[1] * 4, b = in[2] * 4;
-    const int y2 = adds16s(adds16s(adds16s(mulhi16s(r, yuv::kYR15), mulhi16s(g, yuv::kYG15)), mulhi16s(b, yuv::kYB15)), 1);
+    const int y2 =
+        adds16s(adds16s(adds16s(mulhi16s(r, yuv::kYR15), mulhi16s(g, yuv::kYG15)), mulhi16s(b, yuv::kYB15)), 1);
     out[0] = clamp8(y2 >> 1);
     out[1] = clamp8(adds16s(mulhi16s(((b + 1) >> 1) - y2, yuv::kU15), 128));
     out[2] = clamp8(adds16s(mulhi16s(((r + 1) >> 1) - y2, yuv::kV15), 128));
@@ -301,8 +324,10 @@ struct FU2 {
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
     const V r = O::sll(in[0], 2), g = O::sll(in[1], 2), b = O::sll(in[2], 2);
-    const V y2 = O::adds16s(O::adds16s(O::adds16s(O::mulhi16s(r, O::set(yuv::kYR15)), O::mulhi16s(g, O::set(yuv::kYG15))),
-                                       O::mulhi16s(b, O::set(yuv::kYB15))), O::set(1));
+    const V y2 =
+        O::adds16s(O::adds16s(O::adds16s(O::mulhi16s(r, O::set(yuv::kYR15)), O::mulhi16s(g, O::set(yuv::kYG15))),
+                              O::mulhi16s(b, O::set(yuv::kYB15))),
+                   O::set(1));
     out[0] = O::sra(y2, 1);
     // (4s + 1) >> 1 is 2s.
     out[1] = O::adds16s(O::mulhi16s(O::sub16(O::sll(in[2], 1), y2), O::set(yuv::kU15)), O::set(128));
@@ -388,7 +413,8 @@ struct IU1 {
     const V y = in[0];
     const V ua = O::sll(O::sub16(in[1], O::set(128)), 3), va = O::sll(O::sub16(in[2], O::set(128)), 3);
     out[0] = O::adds16s(y, O::mulhi16s(va, O::set(yuv::kVR13Iu1)));
-    out[1] = O::adds16s(O::adds16s(y, O::mulhi16s(ua, O::set(-yuv::kUG13Iu1))), O::mulhi16s(va, O::set(-yuv::kVG13Iu1)));
+    out[1] =
+        O::adds16s(O::adds16s(y, O::mulhi16s(ua, O::set(-yuv::kUG13Iu1))), O::mulhi16s(va, O::set(-yuv::kVG13Iu1)));
     out[2] = O::adds16s(y, O::mulhi16s(ua, O::set(yuv::kUB13)));
   }
 #if LUM_SIMD_SSE
@@ -412,7 +438,8 @@ struct IUScaled {
     const V y = O::sll(in[0], S);
     const V ub = O::sll(O::sub16(in[1], O::set(128)), S + 3), vb = O::sll(O::sub16(in[2], O::set(128)), S + 3);
     out[0] = O::sra(O::adds16s(y, O::mulhi16s(vb, O::set(yuv::kVR13))), S);
-    out[1] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(ub, O::set(-yuv::kUG13))), O::mulhi16s(vb, O::set(-yuv::kVG13))), S);
+    out[1] = O::sra(
+        O::adds16s(O::adds16s(y, O::mulhi16s(ub, O::set(-yuv::kUG13))), O::mulhi16s(vb, O::set(-yuv::kVG13))), S);
     out[2] = O::sra(O::adds16s(y, O::mulhi16s(ub, O::set(yuv::kUB13Low))), S);
   }
 #if LUM_SIMD_SSE

@@ -28,8 +28,10 @@ namespace lum::form {
 struct FC2 {
   static void pixel(const int* s, int* out) {
     const int r = s[0] << 5, g = s[1] << 5, b = s[2] << 5;
-    out[0] = clamp8(fx::s16(mulhrs16s(b, bt601::kCbB14) - mulhrs16s(g, bt601::kCbG14) - mulhrs16s(r, bt601::kCbR14) + 8194) >> 6);
-    out[1] = clamp8(fx::s16(mulhrs16s(r, bt601::kCrR14) - mulhrs16s(g, bt601::kCrG14) - mulhrs16s(b, bt601::kCrB14) + 8194) >> 6);
+    out[0] = clamp8(
+        fx::s16(mulhrs16s(b, bt601::kCbB14) - mulhrs16s(g, bt601::kCbG14) - mulhrs16s(r, bt601::kCbR14) + 8194) >> 6);
+    out[1] = clamp8(
+        fx::s16(mulhrs16s(r, bt601::kCrR14) - mulhrs16s(g, bt601::kCrG14) - mulhrs16s(b, bt601::kCrB14) + 8194) >> 6);
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* s, V* out) {
@@ -83,8 +85,10 @@ struct FC5 {
   template <class O, class V = typename O::V>
   static void vblock(const V* s, V* out) {
     const V r = O::sll(s[0], 5), g = O::sll(s[1], 5), b = O::sll(s[2], 5);
-    out[0] = one<O>(O::mulhi16u(b, O::set(bt601::kCbB16)), O::mulhi16u(r, O::set(bt601::kCbR16)), O::mulhi16u(g, O::set(bt601::kCbG16)));
-    out[1] = one<O>(O::mulhi16u(r, O::set(bt601::kCrR16)), O::mulhi16u(g, O::set(bt601::kCrG16)), O::mulhi16u(b, O::set(bt601::kCrB16)));
+    out[0] = one<O>(O::mulhi16u(b, O::set(bt601::kCbB16)), O::mulhi16u(r, O::set(bt601::kCbR16)),
+                    O::mulhi16u(g, O::set(bt601::kCbG16)));
+    out[1] = one<O>(O::mulhi16u(r, O::set(bt601::kCrR16)), O::mulhi16u(g, O::set(bt601::kCrG16)),
+                    O::mulhi16u(b, O::set(bt601::kCrB16)));
   }
 };
 
@@ -96,12 +100,14 @@ struct FC5 {
 // by mulhrs16s on samples << 7, a sum at scale 64, truncated like its tail.
 struct YuvQ14Luma {
   static void pixel(const int* in, int* out) {
-    const int y = fx::s16(mulhrs16s(in[0] << 7, yuv::kYR14) + mulhrs16s(in[1] << 7, yuv::kYG14) + mulhrs16s(in[2] << 7, yuv::kYB14));
+    const int y = fx::s16(mulhrs16s(in[0] << 7, yuv::kYR14) + mulhrs16s(in[1] << 7, yuv::kYG14) +
+                          mulhrs16s(in[2] << 7, yuv::kYB14));
     out[0] = clamp8(y >> 6);
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
-    const V y = O::add16(O::add16(O::mulhrs16s(O::sll(in[0], 7), O::set(yuv::kYR14)), O::mulhrs16s(O::sll(in[1], 7), O::set(yuv::kYG14))),
+    const V y = O::add16(O::add16(O::mulhrs16s(O::sll(in[0], 7), O::set(yuv::kYR14)),
+                                  O::mulhrs16s(O::sll(in[1], 7), O::set(yuv::kYG14))),
                          O::mulhrs16s(O::sll(in[2], 7), O::set(yuv::kYB14)));
     out[0] = O::sra(y, 6);
   }
@@ -109,7 +115,9 @@ struct YuvQ14Luma {
 
 // The scalar luma of the same kernel: Q14, truncated (the +2 is the kernel's own).
 struct YuvQ14LumaTail {
-  static void pixel(const int* in, int* out) { out[0] = (yuv::kYR14 * in[0] + yuv::kYG14 * in[1] + yuv::kYB14 * in[2] + 2) >> 14; }
+  static void pixel(const int* in, int* out) {
+    out[0] = (yuv::kYR14 * in[0] + yuv::kYG14 * in[1] + yuv::kYB14 * in[2] + 2) >> 14;
+  }
 };
 
 // U and V of the block on the cell difference: the mean luma of the cell at scale
@@ -118,7 +126,8 @@ struct YuvQ14LumaTail {
 struct YuvQ14Chroma {
   static int one(int d, int k) { return clamp8(((fx::s16(mulhrs16s(d << 1, k) + 32)) >> 6) + 128); }
   static void pixel(const int* s, int* out) {
-    const int ym = mulhrs16s(s[0] << 5, yuv::kYR14) + mulhrs16s(s[1] << 5, yuv::kYG14) + mulhrs16s(s[2] << 5, yuv::kYB14);
+    const int ym =
+        mulhrs16s(s[0] << 5, yuv::kYR14) + mulhrs16s(s[1] << 5, yuv::kYG14) + mulhrs16s(s[2] << 5, yuv::kYB14);
     out[0] = one((s[2] << 4) - ym, yuv::kU14);
     out[1] = one((s[0] << 4) - ym, yuv::kV14);
   }
@@ -128,8 +137,9 @@ struct YuvQ14Chroma {
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* s, V* out) {
-    const V ym = O::add16(O::add16(O::mulhrs16s(O::sll(s[0], 5), O::set(yuv::kYR14)), O::mulhrs16s(O::sll(s[1], 5), O::set(yuv::kYG14))),
-                          O::mulhrs16s(O::sll(s[2], 5), O::set(yuv::kYB14)));
+    const V ym = O::add16(
+        O::add16(O::mulhrs16s(O::sll(s[0], 5), O::set(yuv::kYR14)), O::mulhrs16s(O::sll(s[1], 5), O::set(yuv::kYG14))),
+        O::mulhrs16s(O::sll(s[2], 5), O::set(yuv::kYB14)));
     out[0] = one<O>(O::sub16(O::sll(s[2], 4), ym), yuv::kU14);
     out[1] = one<O>(O::sub16(O::sll(s[0], 4), ym), yuv::kV14);
   }
@@ -152,15 +162,18 @@ struct YuvQ14ChromaTail {
 struct FU2Cell {
   static void pixel(const int* s, int* out) {
     const int r = s[0], g = s[1], b = s[2];
-    const int y2 = adds16s(adds16s(adds16s(mulhi16s(r, yuv::kYR15), mulhi16s(g, yuv::kYG15)), mulhi16s(b, yuv::kYB15)), 1);
+    const int y2 =
+        adds16s(adds16s(adds16s(mulhi16s(r, yuv::kYR15), mulhi16s(g, yuv::kYG15)), mulhi16s(b, yuv::kYB15)), 1);
     out[0] = clamp8(adds16s(mulhi16s(((b + 1) >> 1) - y2, yuv::kU15), 128));
     out[1] = clamp8(adds16s(mulhi16s(((r + 1) >> 1) - y2, yuv::kV15), 128));
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* s, V* out) {
     const V one = O::set(1);
-    const V y2 = O::adds16s(O::adds16s(O::adds16s(O::mulhi16s(s[0], O::set(yuv::kYR15)), O::mulhi16s(s[1], O::set(yuv::kYG15))),
-                                       O::mulhi16s(s[2], O::set(yuv::kYB15))), one);
+    const V y2 =
+        O::adds16s(O::adds16s(O::adds16s(O::mulhi16s(s[0], O::set(yuv::kYR15)), O::mulhi16s(s[1], O::set(yuv::kYG15))),
+                              O::mulhi16s(s[2], O::set(yuv::kYB15))),
+                   one);
     out[0] = O::adds16s(O::mulhi16s(O::sub16(O::sra(O::add16(s[2], one), 1), y2), O::set(yuv::kU15)), O::set(128));
     out[1] = O::adds16s(O::mulhi16s(O::sub16(O::sra(O::add16(s[0], one), 1), y2), O::set(yuv::kV15)), O::set(128));
   }

@@ -37,18 +37,28 @@ struct Pairs {
 // scale of one sample shifted by 7; 8224 is 128.5 at the working scale of 64.
 struct FC1 {
   static int cb(int sR, int sG, int sB) {
-    return clamp8(s16(mulhrs16s(sB << 6, bt601::kCbB14) - mulhrs16s(sG << 6, bt601::kCbG14) - mulhrs16s(sR << 6, bt601::kCbR14) + 8224) >> 6);
+    return clamp8(s16(mulhrs16s(sB << 6, bt601::kCbB14) - mulhrs16s(sG << 6, bt601::kCbG14) -
+                      mulhrs16s(sR << 6, bt601::kCbR14) + 8224) >>
+                  6);
   }
   static int cr(int sR, int sG, int sB) {
-    return clamp8(s16(mulhrs16s(sR << 6, bt601::kCrR14) - mulhrs16s(sG << 6, bt601::kCrG14) - mulhrs16s(sB << 6, bt601::kCrB14) + 8224) >> 6);
+    return clamp8(s16(mulhrs16s(sR << 6, bt601::kCrR14) - mulhrs16s(sG << 6, bt601::kCrG14) -
+                      mulhrs16s(sB << 6, bt601::kCrB14) + 8224) >>
+                  6);
   }
   template <class O, class V = typename O::V>
   static void vblock(V sR, V sG, V sB, V& cb, V& cr) {
     const V r = O::sll(sR, 6), g = O::sll(sG, 6), b = O::sll(sB, 6), half = O::set(8224);
-    cb = O::sra(O::add16(O::sub16(O::sub16(O::mulhrs16s(b, O::set(bt601::kCbB14)), O::mulhrs16s(g, O::set(bt601::kCbG14))),
-                                            O::mulhrs16s(r, O::set(bt601::kCbR14))), half), 6);
-    cr = O::sra(O::add16(O::sub16(O::sub16(O::mulhrs16s(r, O::set(bt601::kCrR14)), O::mulhrs16s(g, O::set(bt601::kCrG14))),
-                                            O::mulhrs16s(b, O::set(bt601::kCrB14))), half), 6);
+    cb = O::sra(
+        O::add16(O::sub16(O::sub16(O::mulhrs16s(b, O::set(bt601::kCbB14)), O::mulhrs16s(g, O::set(bt601::kCbG14))),
+                          O::mulhrs16s(r, O::set(bt601::kCbR14))),
+                 half),
+        6);
+    cr = O::sra(
+        O::add16(O::sub16(O::sub16(O::mulhrs16s(r, O::set(bt601::kCrR14)), O::mulhrs16s(g, O::set(bt601::kCrG14))),
+                          O::mulhrs16s(b, O::set(bt601::kCrB14))),
+                 half),
+        6);
   }
 };
 
@@ -77,7 +87,9 @@ struct PairForm {
 // FY3 with a truncating constant: the odd pixel's luma in TC1, which can come
 // out one lower than the even pixel's for the same colour.
 struct FY3Trunc {
-  static int y(int r, int g, int b) { return ((bt601::kYR16 * r + bt601::kYG16 * g + bt601::kYB16 * b + 0x100000) >> 16) & 255; }
+  static int y(int r, int g, int b) {
+    return ((bt601::kYR16 * r + bt601::kYG16 * g + bt601::kYB16 * b + 0x100000) >> 16) & 255;
+  }
 };
 
 // Q17 chroma of a pair's sums with the offsets OffCb and OffCr, stored as the
@@ -85,8 +97,12 @@ struct FY3Trunc {
 template <int OffCb, int OffCr, bool Chop = false>
 struct TCChroma {
   static int put(int v) { return Chop ? CHOP_ARRAY[v] : (v & 255); }
-  static int cb(int sR, int sG, int sB) { return put((-bt601::kCbR16 * sR - bt601::kCbG16 * sG + bt601::kCbB16 * sB + OffCb) >> 17); }
-  static int cr(int sR, int sG, int sB) { return put((bt601::kCrR16 * sR - bt601::kCrG16 * sG - bt601::kCrB16 * sB + OffCr) >> 17); }
+  static int cb(int sR, int sG, int sB) {
+    return put((-bt601::kCbR16 * sR - bt601::kCbG16 * sG + bt601::kCbB16 * sB + OffCb) >> 17);
+  }
+  static int cr(int sR, int sG, int sB) {
+    return put((bt601::kCrR16 * sR - bt601::kCrG16 * sG - bt601::kCrB16 * sB + OffCr) >> 17);
+  }
 };
 
 // A tail form: even and odd luma by their own rules, chroma of the pair sums.
@@ -146,8 +162,10 @@ struct ThreeTapTerms {
 };
 // The half of 2425 is taken as 1213: like 3015 and 582, the halves of the
 // subtracted coefficients round up.
-using ThreeTapCb = ThreeTapTerms<bt601::kCbB14, bt601::kCbG14, bt601::kCbR14, bt601::kCbB14Half, bt601::kCbG14Half, bt601::kCbR14Half>;
-using ThreeTapCr = ThreeTapTerms<bt601::kCrR14, bt601::kCrG14, bt601::kCrB14, bt601::kCrR14Half, bt601::kCrG14Half, bt601::kCrB14Half>;
+using ThreeTapCb =
+    ThreeTapTerms<bt601::kCbB14, bt601::kCbG14, bt601::kCbR14, bt601::kCbB14Half, bt601::kCbG14Half, bt601::kCbR14Half>;
+using ThreeTapCr =
+    ThreeTapTerms<bt601::kCrR14, bt601::kCrG14, bt601::kCrB14, bt601::kCrR14Half, bt601::kCrG14Half, bt601::kCrB14Half>;
 
 struct ThreeTapBlock {
   static constexpr bool kUsesPrev = true;
@@ -208,13 +226,18 @@ struct ThreeTapTail {
 struct PairHighMul {
   static constexpr bool kUsesPrev = false;
   static int y(int r, int g, int b) {
-    return clamp8((mulhi16u(r << 8, bt601::kYR15) + mulhi16u(g << 8, bt601::kYG15) + mulhi16u(b << 8, bt601::kYB15) + 2112) >> 7);
+    return clamp8(
+        (mulhi16u(r << 8, bt601::kYR15) + mulhi16u(g << 8, bt601::kYG15) + mulhi16u(b << 8, bt601::kYB15) + 2112) >> 7);
   }
   static int cb(int sR, int sG, int sB) {
-    return clamp8((16447 + mulhi16u(sB << 7, bt601::kCbB15) - mulhi16u(sG << 7, bt601::kCbG15) - mulhi16u(sR << 7, bt601::kCbR15)) >> 7);
+    return clamp8((16447 + mulhi16u(sB << 7, bt601::kCbB15) - mulhi16u(sG << 7, bt601::kCbG15) -
+                   mulhi16u(sR << 7, bt601::kCbR15)) >>
+                  7);
   }
   static int cr(int sR, int sG, int sB) {
-    return clamp8((16447 + mulhi16u(sR << 7, bt601::kCrR15) - mulhi16u(sG << 7, bt601::kCrG15) - mulhi16u(sB << 7, bt601::kCrB15)) >> 7);
+    return clamp8((16447 + mulhi16u(sR << 7, bt601::kCrR15) - mulhi16u(sG << 7, bt601::kCrG15) -
+                   mulhi16u(sB << 7, bt601::kCrB15)) >>
+                  7);
   }
   static void pair(const int*, const int* a, const int* b, int* out) {
     out[0] = y(a[0], a[1], a[2]);
@@ -235,9 +258,13 @@ struct PairHighMul {
     const V sR = O::sll(O::hadd16(a[0], b[0]), 7), sG = O::sll(O::hadd16(a[1], b[1]), 7);
     const V sB = O::sll(O::hadd16(a[2], b[2]), 7), off = O::set(16447);
     o.cb = O::srl(O::sub16(O::sub16(O::add16(off, O::mulhi16u(sB, O::set(bt601::kCbB15))),
-                                              O::mulhi16u(sG, O::set(bt601::kCbG15))), O::mulhi16u(sR, O::set(bt601::kCbR15))), 7);
+                                    O::mulhi16u(sG, O::set(bt601::kCbG15))),
+                           O::mulhi16u(sR, O::set(bt601::kCbR15))),
+                  7);
     o.cr = O::srl(O::sub16(O::sub16(O::add16(off, O::mulhi16u(sR, O::set(bt601::kCrR15))),
-                                              O::mulhi16u(sG, O::set(bt601::kCrG15))), O::mulhi16u(sB, O::set(bt601::kCrB15))), 7);
+                                    O::mulhi16u(sG, O::set(bt601::kCrG15))),
+                           O::mulhi16u(sB, O::set(bt601::kCrB15))),
+                  7);
   }
 };
 
@@ -252,8 +279,9 @@ inline int yuvLuma64(int r, int g, int b) {
 }
 template <class O, class V = typename O::V>
 inline V yuvLuma64(V r, V g, V b) {
-  return O::add16(O::add16(O::mulhi16s(O::sll(r, 7), O::set(yuv::kYR15)), O::mulhi16s(O::sll(g, 7), O::set(yuv::kYG15))),
-                  O::mulhi16s(O::sll(b, 7), O::set(yuv::kYB15)));
+  return O::add16(
+      O::add16(O::mulhi16s(O::sll(r, 7), O::set(yuv::kYR15)), O::mulhi16s(O::sll(g, 7), O::set(yuv::kYG15))),
+      O::mulhi16s(O::sll(b, 7), O::set(yuv::kYB15)));
 }
 
 // Block of the YUV 4:2:2 kernels. Luma is (l64 + KY) >> 6 per pixel. The chroma
@@ -363,8 +391,9 @@ struct V8Block {
   }
   template <class O, class V = typename O::V>
   static V luma64(V r, V g, V b) {
-    return O::add16(O::add16(O::mulhrs16s(O::sll(r, 7), O::set(yuv::kYR14)), O::mulhrs16s(O::sll(g, 7), O::set(yuv::kYG14))),
-                    O::mulhrs16s(O::sll(b, 7), O::set(yuv::kYB14)));
+    return O::add16(
+        O::add16(O::mulhrs16s(O::sll(r, 7), O::set(yuv::kYR14)), O::mulhrs16s(O::sll(g, 7), O::set(yuv::kYG14))),
+        O::mulhrs16s(O::sll(b, 7), O::set(yuv::kYB14)));
   }
   template <class O, class V = typename O::V>
   static V chroma(V s, V lsum, int round, int coef) {
@@ -437,8 +466,10 @@ struct IU5 {
     const V y = O::sll(in[0], 4), eight = O::set(8);
     const V ud = O::sll(O::sub16(in[1], O::set(128)), 7), vd = O::sll(O::sub16(in[2], O::set(128)), 7);
     out[0] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(vd, O::set(yuv::kVR13))), eight), 4);
-    out[1] = O::sra(O::adds16s(O::subs16s(y, O::adds16s(O::mulhi16s(ud, O::set(yuv::kUG13)), O::mulhi16s(vd, O::set(yuv::kVG13)))),
-                               eight), 4);
+    out[1] = O::sra(
+        O::adds16s(O::subs16s(y, O::adds16s(O::mulhi16s(ud, O::set(yuv::kUG13)), O::mulhi16s(vd, O::set(yuv::kVG13)))),
+                   eight),
+        4);
     out[2] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(ud, O::set(yuv::kUB13))), eight), 4);
   }
 #if LUM_SIMD_SSE

@@ -12,10 +12,11 @@ using namespace lum::form;
 namespace L = lum::layout;
 namespace K = lum::layout422;
 
-#define LUM_WIDE_PAIRS(Form, Src, Dst) template int wide422::pairs<Form, Src, Dst>(const SrcPlanes&, const DstPlanes&, int)
-#define LUM_WIDE_REPLICATED(Form, Src, Dst, A)                                                                        \
-  template void wide16::image<Form, Src, Dst, Alpha::A>(LumSize, const SrcPlanes&, const DstPlanes&, int, const RowCtx&, \
-                                                         wide16::RowRest)
+#define LUM_WIDE_PAIRS(Form, Src, Dst) \
+  template int wide422::pairs<Form, Src, Dst>(const SrcPlanes&, const DstPlanes&, int)
+#define LUM_WIDE_REPLICATED(Form, Src, Dst, A)                                                            \
+  template void wide16::image<Form, Src, Dst, Alpha::A>(LumSize, const SrcPlanes&, const DstPlanes&, int, \
+                                                        const RowCtx&, wide16::RowRest)
 
 using FY1FC1 = PairForm<FY1, FC1>;
 using AlignedCbYCr422 = K::C2<false, true, true>;
