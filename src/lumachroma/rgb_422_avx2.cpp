@@ -12,8 +12,9 @@ using namespace lum::form;
 namespace L = lum::layout;
 namespace K = lum::layout422;
 
-#define LUM_WIDE_PAIRS(Form, Src, Dst) \
-  template int wide422::pairs<Form, Src, Dst>(const SrcPlanes&, const DstPlanes&, int)
+#define LUM_WIDE_PAIRS(Form, Src, Dst)                                                      \
+  template int wide422::pairs<Form, Src, Dst>(const SrcPlanes&, const DstPlanes&, int); \
+  template void wide422::image<Form, Src, Dst>(LumSize, const SrcPlanes&, const DstPlanes&, int, wide422::RowRest)
 #define LUM_WIDE_REPLICATED(Form, Src, Dst, A)                                                            \
   template void wide16::image<Form, Src, Dst, Alpha::A>(LumSize, const SrcPlanes&, const DstPlanes&, int, \
                                                         const RowCtx&, wide16::RowRest)

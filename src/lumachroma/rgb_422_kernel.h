@@ -81,6 +81,11 @@ constexpr bool inverseHas = inverseForm<Form> && isPairs<Src> &&
 // rgb_422_layouts_avx2.h, instantiated in rgb_422_avx2.cpp.
 template <class Form, class Src, class Dst>
 int pairs(const SrcPlanes& s, const DstPlanes& d, int end);
+// The same in every row of a region, each row then finished by rest(s, d, x,
+// width) from the pixel x where the steps stop.
+using RowRest = void (*)(const SrcPlanes& s, const DstPlanes& d, int x, int width);
+template <class Form, class Src, class Dst>
+void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, int end, RowRest rest);
 }  // namespace wide422
 
 // Pairs of pixels from x by BlockForm's lanes on the set O, 2 * O::kLanes pixels
@@ -168,14 +173,10 @@ struct PairsThenTail {
   }
 #endif
 
-  static void row(const SrcPlanes& s, const DstPlanes& d, int width, const RowCtx& = {},
-                  [[maybe_unused]] bool wideOn = useWide()) {
+  // The row from pixel x on: x is 0, or where the 256-bit steps stopped.
+  static void rowFrom(const SrcPlanes& s, const DstPlanes& d, int x, int width) {
     const int blockEnd = width & ~(Cover - 1), pairEnd = width & ~1;
-    int x = 0;
 #if LUM_SIMD_SSE
-    if constexpr (wide422::forwardHas<BlockForm, Src, Dst>) {
-      if (wideOn) x = wide422::pairs<BlockForm, Src, Dst>(s, d, blockEnd);
-    }
     if (x < blockEnd && useVector()) {
       x = pairSteps<lanes::Sse, BlockForm, PairIo128<Src, Dst>>(s, d, x, blockEnd);
       if (x + 8 <= blockEnd) {
@@ -188,9 +189,27 @@ struct PairsThenTail {
     for (; x < pairEnd; x += 2) pairAt<TailForm>(s, d, x);
   }
 
-  static void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, const RowCtx& c = {}) {
-    const bool wideOn = useWide();
-    for (int y = 0; y < roi.height; ++y) row(s.row(y), d.row(y), roi.width, c, wideOn);
+  static void row(const SrcPlanes& s, const DstPlanes& d, int width, const RowCtx& = {},
+                  [[maybe_unused]] bool wideOn = useWide()) {
+    int x = 0;
+#if LUM_SIMD_SSE
+    if constexpr (wide422::forwardHas<BlockForm, Src, Dst>) {
+      if (wideOn) x = wide422::pairs<BlockForm, Src, Dst>(s, d, width & ~(Cover - 1));
+    }
+#endif
+    rowFrom(s, d, x, width);
+  }
+
+  static void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, const RowCtx& = {}) {
+#if LUM_SIMD_SSE
+    if constexpr (wide422::forwardHas<BlockForm, Src, Dst>) {
+      if (useWide()) {
+        wide422::image<BlockForm, Src, Dst>(roi, s, d, roi.width & ~(Cover - 1), &rowFrom);
+        return;
+      }
+    }
+#endif
+    for (int y = 0; y < roi.height; ++y) rowFrom(s.row(y), d.row(y), 0, roi.width);
   }
 };
 

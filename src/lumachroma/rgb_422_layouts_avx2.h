@@ -134,5 +134,14 @@ template <class Form, class Src, class Dst>
 int pairs(const SrcPlanes& s, const DstPlanes& d, int end) {
   return pairSteps<lanes::Avx2, Form, layout16::PairIo256<Src, Dst>>(s, d, 0, end);
 }
+template <class Form, class Src, class Dst>
+void image(LumSize roi, const SrcPlanes& src, const DstPlanes& dst, int end, RowRest rest) {
+  for (int y = 0; y < roi.height; ++y) {
+    const SrcPlanes s = src.row(y);
+    const DstPlanes d = dst.row(y);
+    const int x = pairSteps<lanes::Avx2, Form, layout16::PairIo256<Src, Dst>>(s, d, 0, end);
+    if (x < roi.width) rest(s, d, x, roi.width);
+  }
+}
 }  // namespace lum::wide422
 #endif
