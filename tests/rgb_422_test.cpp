@@ -7,7 +7,7 @@
 #include <cmath>
 #include <cstring>
 
-#include "lumachroma/rgb_422_avx2.h"
+#include "frame/simd.h"
 #include "lumcc.h"
 #include "support/family.h"
 
@@ -259,8 +259,8 @@ TEST(Rgb422, NullStepArraysAreRefused) {
 
 // Runs a scope with the 256-bit blocks off, so that the 128-bit ones run.
 struct NarrowOnly {
-  NarrowOnly() { lum::wide::setEnabled(false); }
-  ~NarrowOnly() { lum::wide::setEnabled(true); }
+  NarrowOnly() { lum::setWideEnabled(false); }
+  ~NarrowOnly() { lum::setWideEnabled(true); }
 };
 
 // Where the processor has AVX2 the vector path starts with the 256-bit blocks;
@@ -696,7 +696,7 @@ TEST(Rgb422, OutputsMatchIndependentDigests) {
   };
   for (int narrowOnly = 0; narrowOnly < 2; ++narrowOnly)
   for (const Digest& dg : digests) {
-    lum::wide::setEnabled(narrowOnly == 0);
+    lum::setWideEnabled(narrowOnly == 0);
     SCOPED_TRACE(narrowOnly ? "128-bit blocks" : "widest blocks");
     std::string name = dg.name;
     const bool aligned = name.ends_with(" aligned");
@@ -724,5 +724,5 @@ TEST(Rgb422, OutputsMatchIndependentDigests) {
     for (uint8_t b : ci.destinationBytes()) h = (h ^ b) * 0x01000193u;
     EXPECT_EQ(h, dg.fnv);
   }
-  lum::wide::setEnabled(true);
+  lum::setWideEnabled(true);
 }

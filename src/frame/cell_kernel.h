@@ -38,18 +38,6 @@ struct NoLadder {
 
 #if LUM_SIMD_SSE
 namespace detail {
-// Sums of one channel over the cells of 16 pixels: lo and hi are pixels 0..7 and
-// 8..15 of the cell's rows (row 1 ignored for one-row cells). 8 cells (2x2) or 4
-// (4x1) in the low lanes. Pass hi = lo for 8 pixels: half as many cells.
-template <class Cell>
-inline __m128i cellSums(__m128i lo0, __m128i lo1, __m128i hi0, __m128i hi1) {
-  if constexpr (Cell::kRows == 2) {
-    return _mm_hadd_epi16(_mm_add_epi16(lo0, lo1), _mm_add_epi16(hi0, hi1));
-  } else {
-    const __m128i h = _mm_hadd_epi16(lo0, hi0);
-    return _mm_hadd_epi16(h, h);
-  }
-}
 // Chroma lanes of cells spread over the lanes of their pixels: lo for pixels 0..7,
 // hi for pixels 8..15 of the cells in c.
 template <class Cell>
@@ -64,13 +52,10 @@ inline void spreadCells(__m128i c, __m128i& lo, __m128i& hi) {
   }
 }
 // Eight lanes of form F for a store that narrows with unsigned saturation: the
-// form's vblock where it has one (it leaves clamp8 to that store), else block().
-template <class F>
-concept HasLaneBlock = requires(const __m128i* in, __m128i* out) { F::template vblock<lanes::Sse>(in, out); };
+// form's vblock, which leaves clamp8 to that store.
 template <class F>
 inline void storedBlock(const __m128i* in, __m128i* out) {
-  if constexpr (HasLaneBlock<F>) F::template vblock<lanes::Sse>(in, out);
-  else F::block(in, out);
+  F::template vblock<lanes::Sse>(in, out);
 }
 template <bool Aligned>
 inline __m128i loadLuma16(const uint8_t* p) {
@@ -166,7 +151,7 @@ struct CellsForward {
       hi[1] = hi[0];
     }
     __m128i s[3], c[2];
-    for (int k = 0; k < 3; ++k) s[k] = detail::cellSums<Cell>(lo[0].v[k], lo[1].v[k], hi[0].v[k], hi[1].v[k]);
+    for (int k = 0; k < 3; ++k) s[k] = cellSums<Cell, lanes::Sse>(lo[0].v[k], lo[1].v[k], hi[0].v[k], hi[1].v[k]);
     detail::storedBlock<typename BlockF::Chroma>(s, c);
     Chroma::template store<Px / Cell::kW>(out.chroma, x / Cell::kW, c[0], c[1]);
   }

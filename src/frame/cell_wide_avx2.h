@@ -16,7 +16,6 @@
 
 #include "frame/cell_layouts.h"
 #include "frame/cell_wide.h"
-#include "frame/fixed_point_avx2.h"
 #include "frame/lanes_avx2.h"
 #include "frame/layouts.h"
 
@@ -30,19 +29,12 @@ struct Wx {
   W v[4];
 };
 
-// The 256-bit block of a form: its vblock on the sixteen-lane set where it has
-// one, else its own block() where that is written for any vector width; the
-// files that use other forms specialise this with their twins. Every output of
-// a step is narrowed by a saturating pack, which is clamp8, so vblock's lanes
+// The 256-bit block of a form: its vblock on the sixteen-lane set. Every output
+// of a step is narrowed by a saturating pack, which is clamp8, so vblock's lanes
 // (clamp8 left to the store) give the same bytes.
 template <class F>
-concept HasWideLaneBlock = requires(const W* in, W* out) { F::template vblock<lanes::Avx2>(in, out); };
-template <class F>
 struct WideForm {
-  static void block(const W* in, W* out) {
-    if constexpr (HasWideLaneBlock<F>) F::template vblock<lanes::Avx2>(in, out);
-    else F::block(in, out);
-  }
+  static void block(const W* in, W* out) { F::template vblock<lanes::Avx2>(in, out); }
 };
 
 inline W load2x16(const uint8_t* lo, const uint8_t* hi) {
@@ -132,19 +124,8 @@ struct Layout<layout::C4<I0, I1, I2>> {
 
 // ---- cells -------------------------------------------------------------------
 
-// Sums of one channel over the cells of a step: 16 cells in order (2x2), or 8
-// (4x1) in lanes 0..3 and 8..11.
-template <class Cell>
-inline W cellSums(W a0, W a1, W b0, W b1) {
-  if constexpr (Cell::kRows == 2) {
-    return _mm256_hadd_epi16(_mm256_add_epi16(a0, a1), _mm256_add_epi16(b0, b1));
-  } else {
-    const W h = _mm256_hadd_epi16(a0, b0);
-    return _mm256_hadd_epi16(h, h);
-  }
-}
-
-// Chroma of the cells of a step, as cellSums leaves them.
+// Chroma of the cells of a step, as cellSums leaves them: 16 cells in order
+// (2x2), or 8 (4x1) in lanes 0..3 and 8..11.
 template <class Cell, class Chroma>
 struct CellChroma;
 
@@ -238,7 +219,7 @@ int WideForward<Cell, BlockF, Src, Chroma>::run(const SrcPlanes* rgb, const Cell
       b[1] = b[0];
     }
     W s[3], c[2];
-    for (int k = 0; k < 3; ++k) s[k] = cellSums<Cell>(a[0].v[k], a[1].v[k], b[0].v[k], b[1].v[k]);
+    for (int k = 0; k < 3; ++k) s[k] = cellSums<Cell, lanes::Avx2>(a[0].v[k], a[1].v[k], b[0].v[k], b[1].v[k]);
     WideForm<typename BlockF::Chroma>::block(s, c);
     CellChroma<Cell, Chroma>::store(chroma, x / Cell::kW, c[0], c[1]);
   }

@@ -13,12 +13,73 @@ namespace lum::coef {
 // ---------------------------------------------------------------------------
 namespace bt601 {
 
+// RGB -> YCbCr forms (full resolution, 4:2:2, 4:2:0, 4:1:1). Luma weights
+// 0.257, 0.504, 0.098; Cb = 0.439 B - 0.291 G - 0.148 R; Cr = 0.439 R - 0.368 G
+// - 0.071 B.
+// Q14, taken as Q15 products of samples << 7 (a result at the scale of 64).
+inline constexpr int kYR14 = 4211, kYG14 = 8258, kYB14 = 1606;
+inline constexpr int kCbB14 = 7193, kCbG14 = 4768, kCbR14 = 2425;
+inline constexpr int kCrR14 = 7193, kCrG14 = 6029, kCrB14 = 1163;
+// Halves of the Q14 chroma weights, for the neighbours of the three-tap filter:
+// the subtracted ones round up (1213, 3015, 582).
+inline constexpr int kCbB14Half = 3596, kCbG14Half = 2384, kCbR14Half = 1213;
+inline constexpr int kCrR14Half = 3596, kCrG14Half = 3015, kCrB14Half = 582;
+// Q16.
+inline constexpr int kYR16 = 16843, kYG16 = 33030, kYB16 = 6423;
+inline constexpr int kCbR16 = 9699, kCbG16 = 19071, kCbB16 = 28770;
+inline constexpr int kCrR16 = 28770, kCrG16 = 24117, kCrB16 = 4653;
+// Q15, for unsigned high products of samples << 8 (luma) or sums << 7 (chroma
+// of the high-multiply pair block). The chroma halves of the Q16 weights round
+// each its own way: 9535 and 12058 down, 4850 and 2327 up.
+inline constexpr int kYR15 = 8422, kYG15 = 16515, kYB15 = 3212;
+inline constexpr int kCbB15 = 14385, kCbG15 = 9535, kCbR15 = 4850;
+inline constexpr int kCrR15 = 14385, kCrG15 = 12058, kCrB15 = 2327;
+
+// YCbCr -> RGB forms: Y' = 1.164 (Y - 16); R = Y' + 1.596 Cr', G = Y' - 0.392
+// Cb' - 0.813 Cr', B = Y' + 2.017 Cb' (Cb', Cr' = chroma - 128).
+// Q12 (IY1, the 4:2:0 folded set).
+inline constexpr int kY12 = 4769, kCrR12 = 6537, kCbG12 = 1605, kCrG12 = 3330, kCbB12 = 8263;
+// Q12 of the 4:2:2 folded set (IY4): luma and blue one lower, green from Cb one higher.
+inline constexpr int kY12Folded422 = 4768, kCbG12Folded422 = 1606, kCbB12Folded422 = 8262;
+// Q12 of the YCbCr422 -> BGRA kernel: luma and blue two lower than IY1's.
+inline constexpr int kY12Bgra = 4767, kCbB12Bgra = 8261;
+// Q13 (IY2).
+inline constexpr int kY13 = 9535, kCrR13 = 13074, kCbG13 = 3211, kCrG13 = 6660, kCbB13 = 16523;
+// IY3's own luma and Cb-to-G weights.
+inline constexpr int kY13Iy3 = 9536, kCbG13Iy3 = 3203;
+// Q16 of the tails: SY1, then SY2 and SY3, then the 4:1:1 tail.
+inline constexpr int kY16Sy1 = 76282, kCrR16Sy1 = 104593, kCbG16Sy1 = 25689, kCrG16Sy1 = 53279, kCbB16Sy1 = 132184;
+inline constexpr int kY16Sy2 = 76284, kCrR16Sy2 = 104595, kCbG16Sy2 = 25690, kCrG16Sy2 = 53281, kCbB16Sy2 = 132186;
+inline constexpr int kY16Sy411 = 76294, kCbG16Sy411 = 25625;
+
 }  // namespace bt601
 
 // ---------------------------------------------------------------------------
 // YUV: BT.601 full-swing luma with the scaled colour differences U and V.
 // ---------------------------------------------------------------------------
 namespace yuv {
+
+// RGB -> YUV forms (full resolution, 4:2:2, 4:2:0). Luma weights 0.299, 0.587,
+// 0.114; U = 0.492 (B - Y), V = 0.877 (R - Y).
+inline constexpr int kYR14 = 4899, kYG14 = 9617, kYB14 = 1868;
+inline constexpr int kYR15 = 9798, kYG15 = 19235, kYB15 = 3736;
+// Q16 luma: green is 38470 (weights summing to 65536) or, in the forms that
+// use it, 38469 (summing to 65535).
+inline constexpr int kYR16 = 19595, kYG16 = 38470, kYG16Low = 38469, kYB16 = 7471;
+inline constexpr int kU14 = 8061, kV14 = 14369;
+inline constexpr int kU15 = 16121, kV15 = 28737;
+inline constexpr int kU16 = 32244, kV16 = 57475;
+
+// YUV -> RGB forms: R = Y + 1.140 V, G = Y - 0.394 U - 0.581 V, B = Y + 2.032 U.
+// Q13; blue is 16646 or, in the forms that use it, 16645.
+inline constexpr int kVR13 = 9338, kUG13 = 3227, kVG13 = 4759, kUB13 = 16646, kUB13Low = 16645;
+// IU1's red and green weights, one higher.
+inline constexpr int kVR13Iu1 = 9339, kUG13Iu1 = 3228, kVG13Iu1 = 4760;
+// Q12 (IU3).
+inline constexpr int kVR12 = 4669, kUG12 = 1614, kVG12 = 2380, kUB12 = 8323;
+// Q16 of the tails: SU1, SU3 and SU4, then SU2 (one lower throughout).
+inline constexpr int kVR16 = 74711, kUG16 = 25821, kVG16 = 38076, kUB16 = 133169;
+inline constexpr int kVR16Low = 74710, kUG16Low = 25820, kVG16Low = 38075, kUB16Low = 133168;
 
 }  // namespace yuv
 

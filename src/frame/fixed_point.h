@@ -1,5 +1,5 @@
-// The fixed-point vocabulary in which every integer kernel is written: a scalar
-// definition per operation, lane-exact, and its SSE counterpart on 16-bit lanes.
+// The fixed-point vocabulary of the scalar rules: a definition per operation,
+// lane-exact to the vector instruction of the same name in the lane sets.
 #pragma once
 
 #include <cstdint>
@@ -53,6 +53,7 @@ constexpr int srl16(int a, int n) { return u16(a) >> n; }
 #if LUM_SIMD_SSE
 // Vector overloads of the same operations on eight 16-bit lanes, in the same
 // namespace so that one spelling serves scalar and vector code.
+// kept for the chroma/gray blocks until they move to the lane sets
 namespace lum::fx {
 
 using V = __m128i;
@@ -99,7 +100,4 @@ template <int N> inline V sll32(V a) { return _mm_slli_epi32(a, N); }
 
 }  // namespace lum::fx
 
-namespace lum {
-namespace vx = fx;
-}
 #endif

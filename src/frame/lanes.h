@@ -192,9 +192,9 @@ struct Emu {
   static D muld(D a, D b) { return mapd(a, b, [](double x, double y) { return x * y; }); }
   static D divd(D a, D b) { return mapd(a, b, [](double x, double y) { return x / y; }); }
 
-  // ---- added for BT.709
-  // Wrapping sums of neighbouring 16-bit lanes, inside each 128-bit half: the
-  // half's first four lanes from a, the last four from b.
+  // ---- shuffles inside 128-bit halves
+  // Sums of adjacent 16-bit lanes (wrapping): in each 128-bit half, the four
+  // pair sums of a, then the four of b.
   static V hadd16(V a, V b) {
     V r;
     for (int i = 0; i < 4; ++i) {
@@ -203,7 +203,7 @@ struct Emu {
     }
     return r;
   }
-  // ---- added for the chroma layouts
+  // ---- byte lanes
   // Byte lanes: (a + b + 1) >> 1 of unsigned bytes; a - b wrapping.
   static V avg8(V a, V b) { return mapBytes(a, b, [](int x, int y) { return (x + y + 1) >> 1; }); }
   static V sub8(V a, V b) { return mapBytes(a, b, [](int x, int y) { return x - y; }); }
@@ -252,7 +252,7 @@ struct Emu {
   }
 
  public:
-  // ---- added for the row primitives
+  // ---- partial loads and reductions of float lanes
   // Lane 0 (loadf1) or lanes 0 and 1 (loadf2) from memory, the other lanes zero.
   static F loadf1(const float* p) { F r = zerof(); std::memcpy(r.l, p, 4); return r; }
   static F loadf2(const float* p) { F r = zerof(); std::memcpy(r.l, p, 8); return r; }
@@ -279,6 +279,32 @@ struct Emu {
   static D cvtfdHi(F a) { return {{double(a.l[2]), double(a.l[3])}}; }
   // l0 + l1 of double lanes.
   static double sumd(D a) { return a.l[0] + a.l[1]; }
+  // The even 16-bit lanes of a, then those of b, in each 128-bit half.
+  static V evens16(V a, V b) {
+    V r;
+    for (int i = 0; i < 4; ++i) {
+      r.h[i] = a.h[2 * i];
+      r.h[4 + i] = b.h[2 * i];
+    }
+    return r;
+  }
+  // The odd 16-bit lanes of a, then those of b, in each 128-bit half.
+  static V odds16(V a, V b) {
+    V r;
+    for (int i = 0; i < 4; ++i) {
+      r.h[i] = a.h[2 * i + 1];
+      r.h[4 + i] = b.h[2 * i + 1];
+    }
+    return r;
+  }
+  // The 16-bit lanes of a moved up one place in each 128-bit half; the freed
+  // lane 0 takes the top lane of c's half.
+  static V slideUp16(V a, V c) {
+    V r;
+    r.h[0] = c.h[7];
+    for (int i = 1; i < 8; ++i) r.h[i] = a.h[i - 1];
+    return r;
+  }
 };
 
 #if LUM_SIMD_SSE
@@ -370,16 +396,16 @@ struct Sse {
   static D muld(D a, D b) { return _mm_mul_pd(a, b); }
   static D divd(D a, D b) { return _mm_div_pd(a, b); }
 
-  // ---- added for BT.709
+  // ---- shuffles inside 128-bit halves
   static V hadd16(V a, V b) { return _mm_hadd_epi16(a, b); }
-  // ---- added for the chroma layouts
+  // ---- byte lanes
   static V avg8(V a, V b) { return _mm_avg_epu8(a, b); }
   static V sub8(V a, V b) { return _mm_sub_epi8(a, b); }
   static V maddubs16(V a, V b) { return _mm_maddubs_epi16(a, b); }
   static V packus16(V lo, V hi) { return _mm_packus_epi16(lo, hi); }
   static V zipLo8(V a, V b) { return _mm_unpacklo_epi8(a, b); }
   static V zipHi8(V a, V b) { return _mm_unpackhi_epi8(a, b); }
-  // ---- added for the row primitives
+  // ---- partial loads and reductions of float lanes
   static F loadf1(const float* p) { return _mm_castsi128_ps(_mm_loadu_si32(p)); }
   static F loadf2(const float* p) { return _mm_castsi128_ps(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p))); }
   static F maxf1(F acc, const float* p) { return _mm_max_ss(acc, loadf1(p)); }
@@ -399,6 +425,12 @@ struct Sse {
   static D cvtfdLo(F a) { return _mm_cvtps_pd(a); }
   static D cvtfdHi(F a) { return _mm_cvtps_pd(_mm_movehl_ps(a, a)); }
   static double sumd(D a) { return _mm_cvtsd_f64(a) + _mm_cvtsd_f64(_mm_unpackhi_pd(a, a)); }
+  // ---- shuffles inside 128-bit halves
+  static V evens16(V a, V b) {
+    return _mm_packs_epi32(_mm_srai_epi32(_mm_slli_epi32(a, 16), 16), _mm_srai_epi32(_mm_slli_epi32(b, 16), 16));
+  }
+  static V odds16(V a, V b) { return _mm_packs_epi32(_mm_srai_epi32(a, 16), _mm_srai_epi32(b, 16)); }
+  static V slideUp16(V a, V c) { return _mm_alignr_epi8(a, c, 14); }
 };
 
 // The 128-bit set of this build: the register where there is one.
@@ -463,16 +495,3 @@ inline V maddQ16(V a, int ca, V b, int cb, V c, int cc, int rnd) {
 }
 
 }  // namespace lum::lanes
-
-namespace lum::fx {
-#if LUM_SIMD_SSE
-// A 16-bit constant spread over the lanes of a vector type (kept while the
-// last raw-vector forms move to the lane sets).
-template <class V>
-V splat(int v);
-template <>
-inline __m128i splat<__m128i>(int v) {
-  return _mm_set1_epi16(int16_t(v));
-}
-#endif
-}  // namespace lum::fx

@@ -99,16 +99,16 @@ struct Avx2 {
   static D muld(D a, D b) { return _mm256_mul_pd(a, b); }
   static D divd(D a, D b) { return _mm256_div_pd(a, b); }
 
-  // ---- added for BT.709
+  // ---- shuffles inside 128-bit halves
   static V hadd16(V a, V b) { return _mm256_hadd_epi16(a, b); }
-  // ---- added for the chroma layouts
+  // ---- byte lanes
   static V avg8(V a, V b) { return _mm256_avg_epu8(a, b); }
   static V sub8(V a, V b) { return _mm256_sub_epi8(a, b); }
   static V maddubs16(V a, V b) { return _mm256_maddubs_epi16(a, b); }
   static V packus16(V lo, V hi) { return _mm256_packus_epi16(lo, hi); }
   static V zipLo8(V a, V b) { return _mm256_unpacklo_epi8(a, b); }
   static V zipHi8(V a, V b) { return _mm256_unpackhi_epi8(a, b); }
-  // ---- added for the row primitives
+  // ---- partial loads and reductions of float lanes
   // Lane 0, or lanes 0 and 1, of the whole register; the other lanes as in Sse.
   static F loadf1(const float* p) { return _mm256_zextps128_ps256(_mm_castsi128_ps(_mm_loadu_si32(p))); }
   static F loadf2(const float* p) {
@@ -144,6 +144,13 @@ struct Avx2 {
     return (_mm_cvtsd_f64(lo) + _mm_cvtsd_f64(_mm_unpackhi_pd(lo, lo))) +
            (_mm_cvtsd_f64(hi) + _mm_cvtsd_f64(_mm_unpackhi_pd(hi, hi)));
   }
+  // ---- shuffles inside 128-bit halves
+  static V evens16(V a, V b) {
+    return _mm256_packs_epi32(_mm256_srai_epi32(_mm256_slli_epi32(a, 16), 16),
+                              _mm256_srai_epi32(_mm256_slli_epi32(b, 16), 16));
+  }
+  static V odds16(V a, V b) { return _mm256_packs_epi32(_mm256_srai_epi32(a, 16), _mm256_srai_epi32(b, 16)); }
+  static V slideUp16(V a, V c) { return _mm256_alignr_epi8(a, c, 14); }
 };
 
 }  // namespace

@@ -4,6 +4,7 @@
 // is converted on the part that does; the rest is neither read nor written.
 #pragma once
 
+#include "frame/lanes.h"
 #include "frame/rows.h"
 
 namespace lum {
@@ -16,6 +17,21 @@ struct Cell420 {
 struct Cell411 {
   static constexpr int kW = 4, kRows = 1;
 };
+
+// Sums of one channel over cells, on a lane set O: a0, a1 and b0, b1 are two
+// groups of pixels of the cell's rows (row 1 ignored for one-row cells), each
+// group of whole cells within a 128-bit half. In each half: the cells of a then
+// those of b (2x2), or the cells of a then b twice over (4x1). On 128 bits with
+// a = pixels 0..7 and b = 8..15: 8 cells (2x2) or 4 (4x1) in order.
+template <class Cell, class O, class V = typename O::V>
+inline V cellSums(V a0, V a1, V b0, V b1) {
+  if constexpr (Cell::kRows == 2) {
+    return O::hadd16(O::add16(a0, a1), O::add16(b0, b1));
+  } else {
+    const V h = O::hadd16(a0, b0);
+    return O::hadd16(h, h);
+  }
+}
 
 // Pixels of a row that whole cells cover (width >= 0).
 template <class Cell>

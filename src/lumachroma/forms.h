@@ -19,10 +19,13 @@
 #include "frame/fixed_point.h"
 #include "frame/lanes.h"
 #include "frame/chop.h"
+#include "frame/coeffs.h"
 
 namespace lum::form {
 
 using namespace fx;
+namespace bt601 = coef::bt601;
+namespace yuv = coef::yuv;
 
 #if LUM_SIMD_SSE
 // Eight lanes of Form with clamp8 applied: the block() of every form here.
@@ -40,16 +43,16 @@ inline void clampedBlock(const __m128i* in, __m128i* out) {
 // FY1: Q15 products each rounded for itself, plain 16-bit sums, >> 6.
 struct FY1 {
   static int y(int r, int g, int b) {
-    return clamp8(fx::s16(mulhrs16s(r << 7, 4211) + mulhrs16s(g << 7, 8258) +
-                          mulhrs16s(b << 7, 1606) + 1056) >> 6);
+    return clamp8(fx::s16(mulhrs16s(r << 7, bt601::kYR14) + mulhrs16s(g << 7, bt601::kYG14) +
+                          mulhrs16s(b << 7, bt601::kYB14) + 1056) >> 6);
   }
   static int cb(int r, int g, int b) {
-    return clamp8(fx::s16(mulhrs16s(b << 7, 7193) - mulhrs16s(g << 7, 4768) -
-                          mulhrs16s(r << 7, 2425) + 8194) >> 6);
+    return clamp8(fx::s16(mulhrs16s(b << 7, bt601::kCbB14) - mulhrs16s(g << 7, bt601::kCbG14) -
+                          mulhrs16s(r << 7, bt601::kCbR14) + 8194) >> 6);
   }
   static int cr(int r, int g, int b) {
-    return clamp8(fx::s16(mulhrs16s(r << 7, 7193) - mulhrs16s(g << 7, 6029) -
-                          mulhrs16s(b << 7, 1163) + 8194) >> 6);
+    return clamp8(fx::s16(mulhrs16s(r << 7, bt601::kCrR14) - mulhrs16s(g << 7, bt601::kCrG14) -
+                          mulhrs16s(b << 7, bt601::kCrB14) + 8194) >> 6);
   }
   static void pixel(const int* in, int* out) {
     out[0] = y(in[0], in[1], in[2]);
@@ -59,15 +62,27 @@ struct FY1 {
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
     const V r = O::sll(in[0], 7), g = O::sll(in[1], 7), b = O::sll(in[2], 7);
-    const V y = O::add16(O::add16(O::add16(O::mulhrs16s(r, O::set(4211)), O::mulhrs16s(g, O::set(8258))),
-                                  O::mulhrs16s(b, O::set(1606))), O::set(1056));
-    const V cb = O::add16(O::sub16(O::sub16(O::mulhrs16s(b, O::set(7193)), O::mulhrs16s(g, O::set(4768))),
-                                   O::mulhrs16s(r, O::set(2425))), O::set(8194));
-    const V cr = O::add16(O::sub16(O::sub16(O::mulhrs16s(r, O::set(7193)), O::mulhrs16s(g, O::set(6029))),
-                                   O::mulhrs16s(b, O::set(1163))), O::set(8194));
+    const V y =
+        O::add16(O::add16(O::add16(O::mulhrs16s(r, O::set(bt601::kYR14)), O::mulhrs16s(g, O::set(bt601::kYG14))),
+                          O::mulhrs16s(b, O::set(bt601::kYB14))),
+                 O::set(1056));
     out[0] = O::sra(y, 6);
-    out[1] = O::sra(cb, 6);
-    out[2] = O::sra(cr, 6);
+    vchroma<O>(r, g, b, out[1], out[2]);
+  }
+  // Cb and Cr lanes (clamp8 left to the store) of lanes r, g, b at the scale of
+  // samples << 7.
+  template <class O, class V = typename O::V>
+  static void vchroma(V r, V g, V b, V& cb, V& cr) {
+    cb = O::sra(
+        O::add16(O::sub16(O::sub16(O::mulhrs16s(b, O::set(bt601::kCbB14)), O::mulhrs16s(g, O::set(bt601::kCbG14))),
+                          O::mulhrs16s(r, O::set(bt601::kCbR14))),
+                 O::set(8194)),
+        6);
+    cr = O::sra(
+        O::add16(O::sub16(O::sub16(O::mulhrs16s(r, O::set(bt601::kCrR14)), O::mulhrs16s(g, O::set(bt601::kCrG14))),
+                          O::mulhrs16s(b, O::set(bt601::kCrB14))),
+                 O::set(8194)),
+        6);
   }
 #if LUM_SIMD_SSE
   static void block(const __m128i* in, __m128i* out) { clampedBlock<FY1>(in, out); }
@@ -78,18 +93,18 @@ struct FY1 {
 // saturating sums, rounding adds of 128 and 64.
 struct FY2 {
   static int y(int r, int g, int b) {
-    const int s = addus16u(addus16u(addus16u(mulhi16u(r << 8, 16843), mulhi16u(g << 8, 33030)),
-                                    mulhi16u(b << 8, 6423)), 128);
+    const int s = addus16u(addus16u(addus16u(mulhi16u(r << 8, bt601::kYR16), mulhi16u(g << 8, bt601::kYG16)),
+                                    mulhi16u(b << 8, bt601::kYB16)), 128);
     return clamp8((s >> 8) + 16);
   }
   static int cb(int r, int g, int b) {
-    const int s = adds16s(adds16s(adds16s(mulhi16s(r << 7, -9699), mulhi16s(g << 7, -19071)),
-                                  mulhi16s(b << 7, 28770)), 64);
+    const int s = adds16s(adds16s(adds16s(mulhi16s(r << 7, -bt601::kCbR16), mulhi16s(g << 7, -bt601::kCbG16)),
+                                  mulhi16s(b << 7, bt601::kCbB16)), 64);
     return clamp8((s >> 7) + 128);
   }
   static int cr(int r, int g, int b) {
-    const int s = adds16s(adds16s(adds16s(mulhi16s(r << 7, 28770), mulhi16s(g << 7, -24117)),
-                                  mulhi16s(b << 7, -4653)), 64);
+    const int s = adds16s(adds16s(adds16s(mulhi16s(r << 7, bt601::kCrR16), mulhi16s(g << 7, -bt601::kCrG16)),
+                                  mulhi16s(b << 7, -bt601::kCrB16)), 64);
     return clamp8((s >> 7) + 128);
   }
   static void pixel(const int* in, int* out) {
@@ -111,12 +126,18 @@ struct FY2 {
     // within +-14330), so the offsets after the shifts join the rounding adds
     // before them: + 16 << 8 for luma (still below 65536), + 128 << 7 for
     // chroma (still positive and below 32768).
-    const V y = O::add16(O::add16(O::add16(O::mulhi16u(r8, O::set(16843)), O::mulhi16u(g8, O::set(33030))),
-                                  O::mulhi16u(b8, O::set(6423))), O::set(128 + (16 << 8)));
-    const V cb = O::add16(O::add16(O::add16(O::mulhi16s(r7, O::set(-9699)), O::mulhi16s(g7, O::set(-19071))),
-                                   O::mulhi16s(b7, O::set(28770))), O::set(64 + (128 << 7)));
-    const V cr = O::add16(O::add16(O::add16(O::mulhi16s(r7, O::set(28770)), O::mulhi16s(g7, O::set(-24117))),
-                                   O::mulhi16s(b7, O::set(-4653))), O::set(64 + (128 << 7)));
+    const V y =
+        O::add16(O::add16(O::add16(O::mulhi16u(r8, O::set(bt601::kYR16)), O::mulhi16u(g8, O::set(bt601::kYG16))),
+                          O::mulhi16u(b8, O::set(bt601::kYB16))),
+                 O::set(128 + (16 << 8)));
+    const V cb =
+        O::add16(O::add16(O::add16(O::mulhi16s(r7, O::set(-bt601::kCbR16)), O::mulhi16s(g7, O::set(-bt601::kCbG16))),
+                          O::mulhi16s(b7, O::set(bt601::kCbB16))),
+                 O::set(64 + (128 << 7)));
+    const V cr =
+        O::add16(O::add16(O::add16(O::mulhi16s(r7, O::set(bt601::kCrR16)), O::mulhi16s(g7, O::set(-bt601::kCrG16))),
+                          O::mulhi16s(b7, O::set(-bt601::kCrB16))),
+                 O::set(64 + (128 << 7)));
     out[0] = O::srl(y, 8);
     out[1] = O::sra(cb, 7);
     out[2] = O::sra(cr, 7);
@@ -128,9 +149,15 @@ struct FY2 {
 
 // FY3: the exact tail: 32-bit Q16 sums, one rounding, stored as the low byte.
 struct FY3 {
-  static int y(int r, int g, int b) { return ((16843 * r + 33030 * g + 6423 * b + 0x108000) >> 16) & 255; }
-  static int cb(int r, int g, int b) { return ((-9699 * r - 19071 * g + 28770 * b + 0x808000) >> 16) & 255; }
-  static int cr(int r, int g, int b) { return ((28770 * r - 24117 * g - 4653 * b + 0x808000) >> 16) & 255; }
+  static int y(int r, int g, int b) {
+    return ((bt601::kYR16 * r + bt601::kYG16 * g + bt601::kYB16 * b + 0x108000) >> 16) & 255;
+  }
+  static int cb(int r, int g, int b) {
+    return ((-bt601::kCbR16 * r - bt601::kCbG16 * g + bt601::kCbB16 * b + 0x808000) >> 16) & 255;
+  }
+  static int cr(int r, int g, int b) {
+    return ((bt601::kCrR16 * r - bt601::kCrG16 * g - bt601::kCrB16 * b + 0x808000) >> 16) & 255;
+  }
   static void pixel(const int* in, int* out) {
     out[0] = y(in[0], in[1], in[2]);
     out[1] = cb(in[0], in[1], in[2]);
@@ -170,25 +197,27 @@ struct IYRounded {
   static void block(const __m128i* in, __m128i* out) { clampedBlock<IYRounded>(in, out); }
 #endif
 };
-using IY1 = IYRounded<4769, 6537, 1605, 3330, 8263, 4, 3>;
-using IY2 = IYRounded<9535, 13074, 3211, 6660, 16523, 8, 4>;
+using IY1 = IYRounded<bt601::kY12, bt601::kCrR12, bt601::kCbG12, bt601::kCrG12, bt601::kCbB12, 4, 3>;
+using IY2 = IYRounded<bt601::kY13, bt601::kCrR13, bt601::kCbG13, bt601::kCrG13, bt601::kCbB13, 8, 4>;
 
 // IY3: G adds two negative products, Cb-to-G is -3203, and it truncates (>> 4).
 struct IY3 {
   static void pixel(const int* in, int* out) {
-    const int y = mulhi16s((in[0] - 16) << 7, 9536);
+    const int y = mulhi16s((in[0] - 16) << 7, bt601::kY13Iy3);
     const int cb = (in[1] - 128) << 7, cr = (in[2] - 128) << 7;
-    out[0] = clamp8(adds16s(y, mulhi16s(cr, 13074)) >> 4);
-    out[1] = clamp8(adds16s(adds16s(y, mulhi16s(cr, -6660)), mulhi16s(cb, -3203)) >> 4);
-    out[2] = clamp8(adds16s(y, mulhi16s(cb, 16523)) >> 4);
+    out[0] = clamp8(adds16s(y, mulhi16s(cr, bt601::kCrR13)) >> 4);
+    out[1] = clamp8(adds16s(adds16s(y, mulhi16s(cr, -bt601::kCrG13)), mulhi16s(cb, -bt601::kCbG13Iy3)) >> 4);
+    out[2] = clamp8(adds16s(y, mulhi16s(cb, bt601::kCbB13)) >> 4);
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
-    const V y = O::mulhi16s(O::sll(O::sub16(in[0], O::set(16)), 7), O::set(9536));
+    const V y = O::mulhi16s(O::sll(O::sub16(in[0], O::set(16)), 7), O::set(bt601::kY13Iy3));
     const V cb = O::sll(O::sub16(in[1], O::set(128)), 7), cr = O::sll(O::sub16(in[2], O::set(128)), 7);
-    out[0] = O::sra(O::adds16s(y, O::mulhi16s(cr, O::set(13074))), 4);
-    out[1] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(cr, O::set(-6660))), O::mulhi16s(cb, O::set(-3203))), 4);
-    out[2] = O::sra(O::adds16s(y, O::mulhi16s(cb, O::set(16523))), 4);
+    out[0] = O::sra(O::adds16s(y, O::mulhi16s(cr, O::set(bt601::kCrR13))), 4);
+    out[1] = O::sra(
+        O::adds16s(O::adds16s(y, O::mulhi16s(cr, O::set(-bt601::kCrG13))), O::mulhi16s(cb, O::set(-bt601::kCbG13Iy3))),
+        4);
+    out[2] = O::sra(O::adds16s(y, O::mulhi16s(cb, O::set(bt601::kCbB13))), 4);
   }
 #if LUM_SIMD_SSE
   static void block(const __m128i* in, __m128i* out) { clampedBlock<IY3>(in, out); }
@@ -226,9 +255,9 @@ struct SYTail {
   static void block(const __m128i* in, __m128i* out) { clampedBlock<SYTail>(in, out); }
 #endif
 };
-using SY1 = SYTail<76282, 104593, 25689, 53279, 132184, 32768>;
-using SY2 = SYTail<76284, 104595, 25690, 53281, 132186, 32768>;
-using SY3 = SYTail<76284, 104595, 25690, 53281, 132186, 0>;
+using SY1 = SYTail<bt601::kY16Sy1, bt601::kCrR16Sy1, bt601::kCbG16Sy1, bt601::kCrG16Sy1, bt601::kCbB16Sy1, 32768>;
+using SY2 = SYTail<bt601::kY16Sy2, bt601::kCrR16Sy2, bt601::kCbG16Sy2, bt601::kCrG16Sy2, bt601::kCbB16Sy2, 32768>;
+using SY3 = SYTail<bt601::kY16Sy2, bt601::kCrR16Sy2, bt601::kCbG16Sy2, bt601::kCrG16Sy2, bt601::kCbB16Sy2, 0>;
 
 // ---------------------------------------------------------------------------
 // Forward YUV
@@ -237,8 +266,8 @@ using SY3 = SYTail<76284, 104595, 25690, 53281, 132186, 0>;
 // FU1: truncating luma from unsigned high products; chroma >> 6, saturating.
 struct FU1 {
   static int y(int r, int g, int b) {
-    return clamp8(addus16u(addus16u(mulhi16u(r << 8, 19595), mulhi16u(g << 8, 38469)),
-                           mulhi16u(b << 8, 7471)) >> 8);
+    return clamp8(addus16u(addus16u(mulhi16u(r << 8, yuv::kYR16), mulhi16u(g << 8, yuv::kYG16Low)),
+                           mulhi16u(b << 8, yuv::kYB16)) >> 8);
   }
   static int u(int r, int g, int b) {
     const int s = adds16s(adds16s(mulhi16s(r << 7, -4816), mulhi16s(g << 7, -9469)),
@@ -265,8 +294,8 @@ struct FU1 {
   static void vblockHigh(const V* in8, V* out) {
     const V r8 = in8[0], g8 = in8[1], b8 = in8[2];
     const V r7 = O::srl(r8, 1), g7 = O::srl(g8, 1), b7 = O::srl(b8, 1);
-    const V y = O::addus16u(O::addus16u(O::mulhi16u(r8, O::set(19595)), O::mulhi16u(g8, O::set(38469))),
-                            O::mulhi16u(b8, O::set(7471)));
+    const V y = O::addus16u(O::addus16u(O::mulhi16u(r8, O::set(yuv::kYR16)), O::mulhi16u(g8, O::set(yuv::kYG16Low))),
+                            O::mulhi16u(b8, O::set(yuv::kYB16)));
     const V u = O::adds16s(O::adds16s(O::mulhi16s(r7, O::set(-4816)), O::mulhi16s(g7, O::set(-9469))),
                            O::mulhi16s(b7, O::set(14286)));
     const V v = O::adds16s(O::adds16s(O::mulhi16s(r7, O::set(20152)), O::mulhi16s(g7, O::set(-16875))),
@@ -286,20 +315,23 @@ struct FU1 {
 struct FU2 {
   static void pixel(const int* in, int* out) {
     const int r = in[0] * 4, g = in[1] * 4, b = in[2] * 4;
-    const int y2 = adds16s(adds16s(adds16s(mulhi16s(r, 9798), mulhi16s(g, 19235)), mulhi16s(b, 3736)), 1);
+    const int y2 =
+        adds16s(adds16s(adds16s(mulhi16s(r, yuv::kYR15), mulhi16s(g, yuv::kYG15)), mulhi16s(b, yuv::kYB15)), 1);
     out[0] = clamp8(y2 >> 1);
-    out[1] = clamp8(adds16s(mulhi16s(((b + 1) >> 1) - y2, 16121), 128));
-    out[2] = clamp8(adds16s(mulhi16s(((r + 1) >> 1) - y2, 28737), 128));
+    out[1] = clamp8(adds16s(mulhi16s(((b + 1) >> 1) - y2, yuv::kU15), 128));
+    out[2] = clamp8(adds16s(mulhi16s(((r + 1) >> 1) - y2, yuv::kV15), 128));
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
     const V r = O::sll(in[0], 2), g = O::sll(in[1], 2), b = O::sll(in[2], 2);
-    const V y2 = O::adds16s(O::adds16s(O::adds16s(O::mulhi16s(r, O::set(9798)), O::mulhi16s(g, O::set(19235))),
-                                       O::mulhi16s(b, O::set(3736))), O::set(1));
+    const V y2 =
+        O::adds16s(O::adds16s(O::adds16s(O::mulhi16s(r, O::set(yuv::kYR15)), O::mulhi16s(g, O::set(yuv::kYG15))),
+                              O::mulhi16s(b, O::set(yuv::kYB15))),
+                   O::set(1));
     out[0] = O::sra(y2, 1);
     // (4s + 1) >> 1 is 2s.
-    out[1] = O::adds16s(O::mulhi16s(O::sub16(O::sll(in[2], 1), y2), O::set(16121)), O::set(128));
-    out[2] = O::adds16s(O::mulhi16s(O::sub16(O::sll(in[0], 1), y2), O::set(28737)), O::set(128));
+    out[1] = O::adds16s(O::mulhi16s(O::sub16(O::sll(in[2], 1), y2), O::set(yuv::kU15)), O::set(128));
+    out[2] = O::adds16s(O::mulhi16s(O::sub16(O::sll(in[0], 1), y2), O::set(yuv::kV15)), O::set(128));
   }
 #if LUM_SIMD_SSE
   static void block(const __m128i* in, __m128i* out) { clampedBlock<FU2>(in, out); }
@@ -310,16 +342,16 @@ struct FU2 {
 struct TU1 {
   static void pixel(const int* in, int* out) {
     const int R = in[0], G = in[1], B = in[2];
-    const int y32 = 19595 * R + 38470 * G + 7471 * B;
+    const int y32 = yuv::kYR16 * R + yuv::kYG16 * G + yuv::kYB16 * B;
     out[0] = y32 >> 16;
-    out[1] = ((((((B << 16) - y32 + 32767) >> 16) * 32244) >> 16) + 128) & 255;
-    out[2] = CHOP_ARRAY[((((((R << 16) - y32 + 32767) >> 16) * 57475) >> 16) + 128)];
+    out[1] = ((((((B << 16) - y32 + 32767) >> 16) * yuv::kU16) >> 16) + 128) & 255;
+    out[2] = CHOP_ARRAY[((((((R << 16) - y32 + 32767) >> 16) * yuv::kV16) >> 16) + 128)];
   }
 };
 
 // TU2: the block's own coefficients in 32 bits, chroma >> 15.
 struct TU2 {
-  static int y(int R, int G, int B) { return (19595 * R + 38469 * G + 7471 * B) >> 16; }
+  static int y(int R, int G, int B) { return (yuv::kYR16 * R + yuv::kYG16Low * G + yuv::kYB16 * B) >> 16; }
   static int u(int R, int G, int B) { return (((-4816 * R - 9469 * G + 14286 * B) >> 15) + 128) & 255; }
   static int v(int R, int G, int B) { return CHOP_ARRAY[((20152 * R - 16875 * G - 3276 * B) >> 15) + 128]; }
   static void pixel(const int* in, int* out) {
@@ -333,10 +365,10 @@ struct TU2 {
 struct TU3 {
   static void pixel(const int* in, int* out) {
     const int R = in[0], G = in[1], B = in[2];
-    const int y32 = 19595 * R + 38470 * G + 7471 * B;
+    const int y32 = yuv::kYR16 * R + yuv::kYG16 * G + yuv::kYB16 * B;
     out[0] = (y32 + 32768) >> 16;
-    out[1] = ((((((B << 16) - y32 + 32768) >> 16) * 32244) >> 16) + 128) & 255;
-    out[2] = clamp8(((((((R << 16) - y32 + 32768) >> 16) * 57475) >> 16) + 128));
+    out[1] = ((((((B << 16) - y32 + 32768) >> 16) * yuv::kU16) >> 16) + 128) & 255;
+    out[2] = clamp8(((((((R << 16) - y32 + 32768) >> 16) * yuv::kV16) >> 16) + 128));
   }
   // The same values on 16-bit lanes. With 38470 = 65536 - 27066,
   // y32 = G << 16 + s where s = 19595 R - 27066 G + 7471 B is exact in 32 bits:
@@ -348,16 +380,16 @@ struct TU3 {
   static void vblock(const V* in, V* out) {
     using namespace lanes;
     V lo, hi, lo2, hi2;
-    O::madd(in[0], in[1], 19595, loQ16(38470), lo, hi);
-    O::madd(in[2], O::zero(), 7471, 0, lo2, hi2);
+    O::madd(in[0], in[1], yuv::kYR16, loQ16(yuv::kYG16), lo, hi);
+    O::madd(in[2], O::zero(), yuv::kYB16, 0, lo2, hi2);
     lo = O::add32(lo, lo2);
     hi = O::add32(hi, hi2);
     const V g = in[1];
     const V y7 = O::add16(g, shrQ16<O>(lo, hi, 32767));  // floor((y32 + 32767) / 65536)
     const V eb = O::sub16(in[2], y7), er = O::sub16(in[0], y7);
     out[0] = O::add16(g, shrQ16<O>(lo, hi, 32768));
-    out[1] = O::add16(O::mulhi16s(eb, O::set(32244)), O::set(128));
-    out[2] = O::add16(O::add16(er, O::mulhi16s(er, O::set(-8061))), O::set(128));
+    out[1] = O::add16(O::mulhi16s(eb, O::set(yuv::kU16)), O::set(128));
+    out[2] = O::add16(O::add16(er, O::mulhi16s(er, O::set(-yuv::kU14))), O::set(128));
   }
 #if LUM_SIMD_SSE
   static void block(const __m128i* in, __m128i* out) { clampedBlock<TU3>(in, out); }
@@ -372,51 +404,58 @@ struct TU3 {
 struct IU1 {
   static void pixel(const int* in, int* out) {
     const int y = in[0], ua = (in[1] - 128) << 3, va = (in[2] - 128) << 3;
-    out[0] = clamp8(adds16s(y, mulhi16s(va, 9339)));
-    out[1] = clamp8(adds16s(adds16s(y, mulhi16s(ua, -3228)), mulhi16s(va, -4760)));
-    out[2] = clamp8(adds16s(y, mulhi16s(ua, 16646)));
+    out[0] = clamp8(adds16s(y, mulhi16s(va, yuv::kVR13Iu1)));
+    out[1] = clamp8(adds16s(adds16s(y, mulhi16s(ua, -yuv::kUG13Iu1)), mulhi16s(va, -yuv::kVG13Iu1)));
+    out[2] = clamp8(adds16s(y, mulhi16s(ua, yuv::kUB13)));
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
     const V y = in[0];
     const V ua = O::sll(O::sub16(in[1], O::set(128)), 3), va = O::sll(O::sub16(in[2], O::set(128)), 3);
-    out[0] = O::adds16s(y, O::mulhi16s(va, O::set(9339)));
-    out[1] = O::adds16s(O::adds16s(y, O::mulhi16s(ua, O::set(-3228))), O::mulhi16s(va, O::set(-4760)));
-    out[2] = O::adds16s(y, O::mulhi16s(ua, O::set(16646)));
+    out[0] = O::adds16s(y, O::mulhi16s(va, O::set(yuv::kVR13Iu1)));
+    out[1] =
+        O::adds16s(O::adds16s(y, O::mulhi16s(ua, O::set(-yuv::kUG13Iu1))), O::mulhi16s(va, O::set(-yuv::kVG13Iu1)));
+    out[2] = O::adds16s(y, O::mulhi16s(ua, O::set(yuv::kUB13)));
   }
 #if LUM_SIMD_SSE
   static void block(const __m128i* in, __m128i* out) { clampedBlock<IU1>(in, out); }
 #endif
 };
 
-// IU2: chroma << 4 against 2Y, then >> 1 without rounding.
-struct IU2 {
+// IU2 at the scale 1 << S: Y << S, chroma less 128 << (S + 3), each product
+// truncated, then >> S without rounding. The finer scale truncates G's two
+// products more finely, so the scales differ on some pixels.
+template <int S>
+struct IUScaled {
   static void pixel(const int* in, int* out) {
-    const int y = 2 * in[0], ub = (in[1] - 128) << 4, vb = (in[2] - 128) << 4;
-    out[0] = clamp8(adds16s(y, mulhi16s(vb, 9338)) >> 1);
-    out[1] = clamp8(adds16s(adds16s(y, mulhi16s(ub, -3227)), mulhi16s(vb, -4759)) >> 1);
-    out[2] = clamp8(adds16s(y, mulhi16s(ub, 16645)) >> 1);
+    const int y = in[0] << S, ub = (in[1] - 128) << (S + 3), vb = (in[2] - 128) << (S + 3);
+    out[0] = clamp8(adds16s(y, mulhi16s(vb, yuv::kVR13)) >> S);
+    out[1] = clamp8(adds16s(adds16s(y, mulhi16s(ub, -yuv::kUG13)), mulhi16s(vb, -yuv::kVG13)) >> S);
+    out[2] = clamp8(adds16s(y, mulhi16s(ub, yuv::kUB13Low)) >> S);
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
-    const V y = O::sll(in[0], 1);
-    const V ub = O::sll(O::sub16(in[1], O::set(128)), 4), vb = O::sll(O::sub16(in[2], O::set(128)), 4);
-    out[0] = O::sra(O::adds16s(y, O::mulhi16s(vb, O::set(9338))), 1);
-    out[1] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(ub, O::set(-3227))), O::mulhi16s(vb, O::set(-4759))), 1);
-    out[2] = O::sra(O::adds16s(y, O::mulhi16s(ub, O::set(16645))), 1);
+    const V y = O::sll(in[0], S);
+    const V ub = O::sll(O::sub16(in[1], O::set(128)), S + 3), vb = O::sll(O::sub16(in[2], O::set(128)), S + 3);
+    out[0] = O::sra(O::adds16s(y, O::mulhi16s(vb, O::set(yuv::kVR13))), S);
+    out[1] = O::sra(
+        O::adds16s(O::adds16s(y, O::mulhi16s(ub, O::set(-yuv::kUG13))), O::mulhi16s(vb, O::set(-yuv::kVG13))), S);
+    out[2] = O::sra(O::adds16s(y, O::mulhi16s(ub, O::set(yuv::kUB13Low))), S);
   }
 #if LUM_SIMD_SSE
-  static void block(const __m128i* in, __m128i* out) { clampedBlock<IU2>(in, out); }
+  static void block(const __m128i* in, __m128i* out) { clampedBlock<IUScaled>(in, out); }
 #endif
 };
+// IU2: chroma << 4 against 2Y, then >> 1 without rounding.
+using IU2 = IUScaled<1>;
 
 // IU3: chroma << 7 against Y << 3, add 4, >> 3.
 struct IU3 {
   static void pixel(const int* in, int* out) {
     const int y = in[0] << 3, uc = (in[1] - 128) << 7, vc = (in[2] - 128) << 7;
-    out[0] = clamp8(adds16s(adds16s(y, mulhi16s(vc, 4669)), 4) >> 3);
-    out[1] = clamp8(adds16s(subs16s(subs16s(y, mulhi16s(uc, 1614)), mulhi16s(vc, 2380)), 4) >> 3);
-    out[2] = clamp8(adds16s(adds16s(y, mulhi16s(uc, 8323)), 4) >> 3);
+    out[0] = clamp8(adds16s(adds16s(y, mulhi16s(vc, yuv::kVR12)), 4) >> 3);
+    out[1] = clamp8(adds16s(subs16s(subs16s(y, mulhi16s(uc, yuv::kUG12)), mulhi16s(vc, yuv::kVG12)), 4) >> 3);
+    out[2] = clamp8(adds16s(adds16s(y, mulhi16s(uc, yuv::kUB12)), 4) >> 3);
   }
   template <class O, class V = typename O::V>
   static void vblock(const V* in, V* out) {
@@ -424,9 +463,9 @@ struct IU3 {
     // below 2100), so the adds are plain ones and the rounding add is made once.
     const V y = O::add16(O::sll(in[0], 3), O::set(4));
     const V uc = O::sll(O::sub16(in[1], O::set(128)), 7), vc = O::sll(O::sub16(in[2], O::set(128)), 7);
-    out[0] = O::sra(O::add16(y, O::mulhi16s(vc, O::set(4669))), 3);
-    out[1] = O::sra(O::sub16(O::sub16(y, O::mulhi16s(uc, O::set(1614))), O::mulhi16s(vc, O::set(2380))), 3);
-    out[2] = O::sra(O::add16(y, O::mulhi16s(uc, O::set(8323))), 3);
+    out[0] = O::sra(O::add16(y, O::mulhi16s(vc, O::set(yuv::kVR12))), 3);
+    out[1] = O::sra(O::sub16(O::sub16(y, O::mulhi16s(uc, O::set(yuv::kUG12))), O::mulhi16s(vc, O::set(yuv::kVG12))), 3);
+    out[2] = O::sra(O::add16(y, O::mulhi16s(uc, O::set(yuv::kUB12))), 3);
   }
 #if LUM_SIMD_SSE
   static void block(const __m128i* in, __m128i* out) { clampedBlock<IU3>(in, out); }
@@ -461,8 +500,8 @@ struct SUTail {
 #endif
 };
 // SU1 rounds R and B but truncates G.
-using SU1 = SUTail<74711, 25821, 38076, 133169, 32768, 0, 32768>;
-using SU2 = SUTail<74710, 25820, 38075, 133168, 0, 0, 0>;
-using SU3 = SUTail<74711, 25821, 38076, 133169, 32768, 32768, 32768>;
+using SU1 = SUTail<yuv::kVR16, yuv::kUG16, yuv::kVG16, yuv::kUB16, 32768, 0, 32768>;
+using SU2 = SUTail<yuv::kVR16Low, yuv::kUG16Low, yuv::kVG16Low, yuv::kUB16Low, 0, 0, 0>;
+using SU3 = SUTail<yuv::kVR16, yuv::kUG16, yuv::kVG16, yuv::kUB16, 32768, 32768, 32768>;
 
 }  // namespace lum::form

@@ -2,12 +2,12 @@
 // full-resolution and 4:2:2 forms they combine with (forms.h, forms_422.h).
 //
 // A cell chroma form takes the sums sR, sG, sB of a cell's four pixels and gives
-// the cell's chroma pair: pixel(s, out) is the lane-exact scalar rule, block() the
-// same on eight 16-bit lanes (sums reach 1020, so s << 5 fits a signed lane).
+// the cell's chroma pair: pixel(s, out) is the lane-exact scalar rule, vblock<O>()
+// the same over a lane set (sums reach 1020, so s << 5 fits a signed lane).
 // Luma-only forms write out[0]. Inverse forms work on (Y, Cb, Cr) like those of
 // forms.h. As there, forms that look alike differ on purpose and stay apart.
 //
-// The block()s here leave the last clamp8 to the store: the cell kernels narrow
+// The vblock()s here leave the last clamp8 to the store: the cell kernels narrow
 // every output lane to a byte with unsigned saturation, which is clamp8 of the
 // lane. pixel() applies it.
 #pragma once
@@ -28,21 +28,15 @@ namespace lum::form {
 struct FC2 {
   static void pixel(const int* s, int* out) {
     const int r = s[0] << 5, g = s[1] << 5, b = s[2] << 5;
-    out[0] = clamp8(fx::s16(mulhrs16s(b, 7193) - mulhrs16s(g, 4768) - mulhrs16s(r, 2425) + 8194) >> 6);
-    out[1] = clamp8(fx::s16(mulhrs16s(r, 7193) - mulhrs16s(g, 6029) - mulhrs16s(b, 1163) + 8194) >> 6);
+    out[0] = clamp8(
+        fx::s16(mulhrs16s(b, bt601::kCbB14) - mulhrs16s(g, bt601::kCbG14) - mulhrs16s(r, bt601::kCbR14) + 8194) >> 6);
+    out[1] = clamp8(
+        fx::s16(mulhrs16s(r, bt601::kCrR14) - mulhrs16s(g, bt601::kCrG14) - mulhrs16s(b, bt601::kCrB14) + 8194) >> 6);
   }
-#if LUM_SIMD_SSE
-  template <class V>
-  static void block(const V* s, V* out) {
-    const V r = sll16<5>(s[0]), g = sll16<5>(s[1]), b = sll16<5>(s[2]);
-    const V cb = add16(sub16(sub16(mulhrs16s(b, splat<V>(7193)), mulhrs16s(g, splat<V>(4768))), mulhrs16s(r, splat<V>(2425))),
-                       splat<V>(8194));
-    const V cr = add16(sub16(sub16(mulhrs16s(r, splat<V>(7193)), mulhrs16s(g, splat<V>(6029))), mulhrs16s(b, splat<V>(1163))),
-                       splat<V>(8194));
-    out[0] = sra16<6>(cb);
-    out[1] = sra16<6>(cr);
+  template <class O, class V = typename O::V>
+  static void vblock(const V* s, V* out) {
+    FY1::vchroma<O>(O::sll(s[0], 5), O::sll(s[1], 5), O::sll(s[2], 5), out[0], out[1]);
   }
-#endif
 };
 
 // TC3: the tail's cell chroma, Q18 on the sum of four, one rounding, low byte.
@@ -50,27 +44,26 @@ struct FC2 {
 // apart from FY3 of that pixel.
 struct TC3 {
   static void pixel(const int* s, int* out) {
-    out[0] = ((-9699 * s[0] - 19071 * s[1] + 28770 * s[2] + 0x2008000) >> 18) & 255;
-    out[1] = ((28770 * s[0] - 24117 * s[1] - 4653 * s[2] + 0x2008000) >> 18) & 255;
+    out[0] = ((-bt601::kCbR16 * s[0] - bt601::kCbG16 * s[1] + bt601::kCbB16 * s[2] + 0x2008000) >> 18) & 255;
+    out[1] = ((bt601::kCrR16 * s[0] - bt601::kCrG16 * s[1] - bt601::kCrB16 * s[2] + 0x2008000) >> 18) & 255;
   }
 };
 
 // FY5: luma from unsigned high products at scale 128; 2112 is 16.5 at that scale.
 struct FY5 {
   static void pixel(const int* in, int* out) {
-    out[0] = clamp8(addus16u(addus16u(addus16u(mulhi16u(in[0] << 8, 8422), mulhi16u(in[1] << 8, 16515)),
-                                      mulhi16u(in[2] << 8, 3212)),
+    out[0] = clamp8(addus16u(addus16u(addus16u(mulhi16u(in[0] << 8, bt601::kYR15), mulhi16u(in[1] << 8, bt601::kYG15)),
+                                      mulhi16u(in[2] << 8, bt601::kYB15)),
                              2112) >> 7);
   }
-#if LUM_SIMD_SSE
-  template <class V>
-  static void block(const V* in, V* out) {
-    const V y = addus16u(addus16u(addus16u(mulhi16u(sll16<8>(in[0]), splat<V>(8422)), mulhi16u(sll16<8>(in[1]), splat<V>(16515))),
-                                  mulhi16u(sll16<8>(in[2]), splat<V>(3212))),
-                         splat<V>(2112));
-    out[0] = srl16<7>(y);
+  template <class O, class V = typename O::V>
+  static void vblock(const V* in, V* out) {
+    const V y = O::addus16u(O::addus16u(O::addus16u(O::mulhi16u(O::sll(in[0], 8), O::set(bt601::kYR15)),
+                                                    O::mulhi16u(O::sll(in[1], 8), O::set(bt601::kYG15))),
+                                        O::mulhi16u(O::sll(in[2], 8), O::set(bt601::kYB15))),
+                            O::set(2112));
+    out[0] = O::srl(y, 7);
   }
-#endif
 };
 
 // FC5: unsigned high products of the cell sums; the positive term less the
@@ -82,19 +75,21 @@ struct FC5 {
   }
   static void pixel(const int* s, int* out) {
     const int r = s[0] << 5, g = s[1] << 5, b = s[2] << 5;
-    out[0] = one(mulhi16u(b, 28770), mulhi16u(r, 9699), mulhi16u(g, 19071));
-    out[1] = one(mulhi16u(r, 28770), mulhi16u(g, 24117), mulhi16u(b, 4653));
+    out[0] = one(mulhi16u(b, bt601::kCbB16), mulhi16u(r, bt601::kCbR16), mulhi16u(g, bt601::kCbG16));
+    out[1] = one(mulhi16u(r, bt601::kCrR16), mulhi16u(g, bt601::kCrG16), mulhi16u(b, bt601::kCrB16));
   }
-#if LUM_SIMD_SSE
-  template <class V>
-  static V one(V pos, V neg1, V neg2) { return sra16<7>(adds16s(sub16(pos, addus16u(neg1, neg2)), splat<V>(16400))); }
-  template <class V>
-  static void block(const V* s, V* out) {
-    const V r = sll16<5>(s[0]), g = sll16<5>(s[1]), b = sll16<5>(s[2]);
-    out[0] = one(mulhi16u(b, splat<V>(28770)), mulhi16u(r, splat<V>(9699)), mulhi16u(g, splat<V>(19071)));
-    out[1] = one(mulhi16u(r, splat<V>(28770)), mulhi16u(g, splat<V>(24117)), mulhi16u(b, splat<V>(4653)));
+  template <class O, class V = typename O::V>
+  static V one(V pos, V neg1, V neg2) {
+    return O::sra(O::adds16s(O::sub16(pos, O::addus16u(neg1, neg2)), O::set(16400)), 7);
   }
-#endif
+  template <class O, class V = typename O::V>
+  static void vblock(const V* s, V* out) {
+    const V r = O::sll(s[0], 5), g = O::sll(s[1], 5), b = O::sll(s[2], 5);
+    out[0] = one<O>(O::mulhi16u(b, O::set(bt601::kCbB16)), O::mulhi16u(r, O::set(bt601::kCbR16)),
+                    O::mulhi16u(g, O::set(bt601::kCbG16)));
+    out[1] = one<O>(O::mulhi16u(r, O::set(bt601::kCrR16)), O::mulhi16u(g, O::set(bt601::kCrG16)),
+                    O::mulhi16u(b, O::set(bt601::kCrB16)));
+  }
 };
 
 // ---------------------------------------------------------------------------
@@ -105,22 +100,24 @@ struct FC5 {
 // by mulhrs16s on samples << 7, a sum at scale 64, truncated like its tail.
 struct YuvQ14Luma {
   static void pixel(const int* in, int* out) {
-    const int y = fx::s16(mulhrs16s(in[0] << 7, 4899) + mulhrs16s(in[1] << 7, 9617) + mulhrs16s(in[2] << 7, 1868));
+    const int y = fx::s16(mulhrs16s(in[0] << 7, yuv::kYR14) + mulhrs16s(in[1] << 7, yuv::kYG14) +
+                          mulhrs16s(in[2] << 7, yuv::kYB14));
     out[0] = clamp8(y >> 6);
   }
-#if LUM_SIMD_SSE
-  template <class V>
-  static void block(const V* in, V* out) {
-    const V y = add16(add16(mulhrs16s(sll16<7>(in[0]), splat<V>(4899)), mulhrs16s(sll16<7>(in[1]), splat<V>(9617))),
-                      mulhrs16s(sll16<7>(in[2]), splat<V>(1868)));
-    out[0] = sra16<6>(y);
+  template <class O, class V = typename O::V>
+  static void vblock(const V* in, V* out) {
+    const V y = O::add16(O::add16(O::mulhrs16s(O::sll(in[0], 7), O::set(yuv::kYR14)),
+                                  O::mulhrs16s(O::sll(in[1], 7), O::set(yuv::kYG14))),
+                         O::mulhrs16s(O::sll(in[2], 7), O::set(yuv::kYB14)));
+    out[0] = O::sra(y, 6);
   }
-#endif
 };
 
 // The scalar luma of the same kernel: Q14, truncated (the +2 is the kernel's own).
 struct YuvQ14LumaTail {
-  static void pixel(const int* in, int* out) { out[0] = (4899 * in[0] + 9617 * in[1] + 1868 * in[2] + 2) >> 14; }
+  static void pixel(const int* in, int* out) {
+    out[0] = (yuv::kYR14 * in[0] + yuv::kYG14 * in[1] + yuv::kYB14 * in[2] + 2) >> 14;
+  }
 };
 
 // U and V of the block on the cell difference: the mean luma of the cell at scale
@@ -129,23 +126,23 @@ struct YuvQ14LumaTail {
 struct YuvQ14Chroma {
   static int one(int d, int k) { return clamp8(((fx::s16(mulhrs16s(d << 1, k) + 32)) >> 6) + 128); }
   static void pixel(const int* s, int* out) {
-    const int ym = mulhrs16s(s[0] << 5, 4899) + mulhrs16s(s[1] << 5, 9617) + mulhrs16s(s[2] << 5, 1868);
-    out[0] = one((s[2] << 4) - ym, 8061);
-    out[1] = one((s[0] << 4) - ym, 14369);
+    const int ym =
+        mulhrs16s(s[0] << 5, yuv::kYR14) + mulhrs16s(s[1] << 5, yuv::kYG14) + mulhrs16s(s[2] << 5, yuv::kYB14);
+    out[0] = one((s[2] << 4) - ym, yuv::kU14);
+    out[1] = one((s[0] << 4) - ym, yuv::kV14);
   }
-#if LUM_SIMD_SSE
-  template <class V>
+  template <class O, class V = typename O::V>
   static V one(V d, int k) {
-    return add16(sra16<6>(add16(mulhrs16s(sll16<1>(d), splat<V>(k)), splat<V>(32))), splat<V>(128));
+    return O::add16(O::sra(O::add16(O::mulhrs16s(O::sll(d, 1), O::set(k)), O::set(32)), 6), O::set(128));
   }
-  template <class V>
-  static void block(const V* s, V* out) {
-    const V ym = add16(add16(mulhrs16s(sll16<5>(s[0]), splat<V>(4899)), mulhrs16s(sll16<5>(s[1]), splat<V>(9617))),
-                       mulhrs16s(sll16<5>(s[2]), splat<V>(1868)));
-    out[0] = one(sub16(sll16<4>(s[2]), ym), 8061);
-    out[1] = one(sub16(sll16<4>(s[0]), ym), 14369);
+  template <class O, class V = typename O::V>
+  static void vblock(const V* s, V* out) {
+    const V ym = O::add16(
+        O::add16(O::mulhrs16s(O::sll(s[0], 5), O::set(yuv::kYR14)), O::mulhrs16s(O::sll(s[1], 5), O::set(yuv::kYG14))),
+        O::mulhrs16s(O::sll(s[2], 5), O::set(yuv::kYB14)));
+    out[0] = one<O>(O::sub16(O::sll(s[2], 4), ym), yuv::kU14);
+    out[1] = one<O>(O::sub16(O::sll(s[0], 4), ym), yuv::kV14);
   }
-#endif
 };
 
 // The tail's U and V: the same coefficients in 32 and 64 bits, rounded once.
@@ -153,9 +150,9 @@ struct YuvQ14Chroma {
 struct YuvQ14ChromaTail {
   static int one(int d, int k) { return clamp8(int((int64_t(d) * k + (int64_t(1) << 29)) >> 30) + 128); }
   static void pixel(const int* s, int* out) {
-    const int ys = 4899 * s[0] + 9617 * s[1] + 1868 * s[2];
-    out[0] = one((s[2] << 14) - ys, 8061);
-    out[1] = one((s[0] << 14) - ys, 14369);
+    const int ys = yuv::kYR14 * s[0] + yuv::kYG14 * s[1] + yuv::kYB14 * s[2];
+    out[0] = one((s[2] << 14) - ys, yuv::kU14);
+    out[1] = one((s[0] << 14) - ys, yuv::kV14);
   }
 };
 
@@ -165,20 +162,21 @@ struct YuvQ14ChromaTail {
 struct FU2Cell {
   static void pixel(const int* s, int* out) {
     const int r = s[0], g = s[1], b = s[2];
-    const int y2 = adds16s(adds16s(adds16s(mulhi16s(r, 9798), mulhi16s(g, 19235)), mulhi16s(b, 3736)), 1);
-    out[0] = clamp8(adds16s(mulhi16s(((b + 1) >> 1) - y2, 16121), 128));
-    out[1] = clamp8(adds16s(mulhi16s(((r + 1) >> 1) - y2, 28737), 128));
+    const int y2 =
+        adds16s(adds16s(adds16s(mulhi16s(r, yuv::kYR15), mulhi16s(g, yuv::kYG15)), mulhi16s(b, yuv::kYB15)), 1);
+    out[0] = clamp8(adds16s(mulhi16s(((b + 1) >> 1) - y2, yuv::kU15), 128));
+    out[1] = clamp8(adds16s(mulhi16s(((r + 1) >> 1) - y2, yuv::kV15), 128));
   }
-#if LUM_SIMD_SSE
-  template <class V>
-  static void block(const V* s, V* out) {
-    const V one = splat<V>(1);
-    const V y2 = adds16s(adds16s(adds16s(mulhi16s(s[0], splat<V>(9798)), mulhi16s(s[1], splat<V>(19235))),
-                                 mulhi16s(s[2], splat<V>(3736))), one);
-    out[0] = adds16s(mulhi16s(sub16(sra16<1>(add16(s[2], one)), y2), splat<V>(16121)), splat<V>(128));
-    out[1] = adds16s(mulhi16s(sub16(sra16<1>(add16(s[0], one)), y2), splat<V>(28737)), splat<V>(128));
+  template <class O, class V = typename O::V>
+  static void vblock(const V* s, V* out) {
+    const V one = O::set(1);
+    const V y2 =
+        O::adds16s(O::adds16s(O::adds16s(O::mulhi16s(s[0], O::set(yuv::kYR15)), O::mulhi16s(s[1], O::set(yuv::kYG15))),
+                              O::mulhi16s(s[2], O::set(yuv::kYB15))),
+                   one);
+    out[0] = O::adds16s(O::mulhi16s(O::sub16(O::sra(O::add16(s[2], one), 1), y2), O::set(yuv::kU15)), O::set(128));
+    out[1] = O::adds16s(O::mulhi16s(O::sub16(O::sra(O::add16(s[0], one), 1), y2), O::set(yuv::kV15)), O::set(128));
   }
-#endif
 };
 
 // TU1's chroma on the cell: ((s << 16) - ys + 32767) >> 16 is four times the
@@ -186,11 +184,11 @@ struct FU2Cell {
 // byte, V goes through the clamp table.
 struct TU1Cell {
   static void pixel(const int* s, int* out) {
-    const int ys = 19595 * s[0] + 38470 * s[1] + 7471 * s[2];
+    const int ys = yuv::kYR16 * s[0] + yuv::kYG16 * s[1] + yuv::kYB16 * s[2];
     const int du = ((s[2] << 16) - ys + 32767) >> 16;
     const int dv = ((s[0] << 16) - ys + 32767) >> 16;
-    out[0] = (((du * 32244) >> 18) + 128) & 255;
-    out[1] = CHOP_ARRAY[((dv * 57475) >> 18) + 128];
+    out[0] = (((du * yuv::kU16) >> 18) + 128) & 255;
+    out[1] = CHOP_ARRAY[((dv * yuv::kV16) >> 18) + 128];
   }
 };
 
@@ -201,32 +199,15 @@ struct TU1Cell {
 // The offset-folded scheme of forms_422.h with the 4:2:0 set: 4769, 8263, 1605,
 // 3330, 6537, and offsets that carry a rounding half (1779, 1089, 2211 against
 // 1783, 1085, 2214 of 4:2:2).
-using IY4Cell = IYFolded<4769, 6537, 1605, 3330, 8263, 1779, 1089, 2211>;
+using IY4Cell = IYFolded<bt601::kY12, bt601::kCrR12, bt601::kCbG12, bt601::kCrG12, bt601::kCbB12, 1779, 1089, 2211>;
 
 // IU2's coefficients at four times IU2's working scale: Y << 3, chroma << 6, then
 // >> 3 with no rounding. R and B equal IU2's; G truncates its two products more
 // finely and comes out one code above IU2 on some pixels.
-struct IU2Fine {
-  static void pixel(const int* in, int* out) {
-    const int y = in[0] << 3, u = (in[1] - 128) << 6, v = (in[2] - 128) << 6;
-    out[0] = clamp8(adds16s(y, mulhi16s(v, 9338)) >> 3);
-    out[1] = clamp8(adds16s(adds16s(y, mulhi16s(u, -3227)), mulhi16s(v, -4759)) >> 3);
-    out[2] = clamp8(adds16s(y, mulhi16s(u, 16645)) >> 3);
-  }
-#if LUM_SIMD_SSE
-  template <class V>
-  static void block(const V* in, V* out) {
-    const V y = sll16<3>(in[0]);
-    const V u = sll16<6>(sub16(in[1], splat<V>(128))), v = sll16<6>(sub16(in[2], splat<V>(128)));
-    out[0] = sra16<3>(adds16s(y, mulhi16s(v, splat<V>(9338))));
-    out[1] = sra16<3>(adds16s(adds16s(y, mulhi16s(u, splat<V>(-3227))), mulhi16s(v, splat<V>(-4759))));
-    out[2] = sra16<3>(adds16s(y, mulhi16s(u, splat<V>(16645))));
-  }
-#endif
-};
+using IU2Fine = IUScaled<3>;
 
 // The 4:1:1 tail: a coefficient set of its own (76294 for Y, -25625 for Cb to G),
 // rounded like SY1: the Y offset is -16 * 76294 + 32768 = -1187936.
-using SY411 = SYTail<76294, 104595, 25625, 53281, 132186, 32768>;
+using SY411 = SYTail<bt601::kY16Sy411, bt601::kCrR16Sy2, bt601::kCbG16Sy411, bt601::kCrG16Sy2, bt601::kCbB16Sy2, 32768>;
 
 }  // namespace lum::form

@@ -5,11 +5,13 @@
 // pixels a and b (R, G, B) and, for the one form that filters across pairs, the
 // pixel before the pair (prev, null at a row's start); it writes Y0, Y1, Cb (U),
 // Cr (V). Chroma comes from the pair's sums sR = Ra + Rb and so on: the mean
-// colour of the pair. Block forms also have block(): sixteen pixels (two groups
-// of eight 16-bit lanes) to sixteen lumas and eight chroma pairs, computing the
-// same lanes as pair().
+// colour of the pair. Block forms also have vblock<O>() over a lane set: two
+// groups of pixels (sixteen on 128 bits) to their lumas and the chroma of their
+// pairs, computing the lanes of pair() but for the last clamp8, which they leave
+// to the store: every 4:2:2 store narrows its lanes to bytes with unsigned
+// saturation, which is clamp8 of the lane.
 //
-// Inverse forms are full-resolution forms (pixel() and block() on Y, Cb, Cr):
+// Inverse forms are full-resolution forms (pixel() and vblock<O>() on Y, Cb, Cr):
 // both pixels of a pair see the same chroma, which the 4:2:2 layouts replicate.
 #pragma once
 
@@ -18,24 +20,14 @@
 
 namespace lum::form {
 
-#if LUM_SIMD_SSE
-// Sixteen pixels of a forward block: lumas of pixels 0..7 and 8..15, chroma of
-// the eight pairs (lane k is the pair of pixels 2k, 2k+1).
-struct Pairs16 {
-  V y[2];
-  V cb, cr;
+// A forward block's output over two groups of pixels a and b (eight lanes each
+// per 128 bits): their lumas, and the chroma of their pairs as the lane set's
+// hadd16(a, b) orders them (on 128 bits, lane k is the pair of pixels 2k, 2k+1).
+template <class O>
+struct Pairs {
+  typename O::V y[2];
+  typename O::V cb, cr;
 };
-
-// Sums of adjacent lanes: lane k of the result is a[2k] + a[2k+1] for k < 4 and
-// b[2k-8] + b[2k-7] above, the pair sums of sixteen pixels.
-inline V pairSums(V a, V b) { return _mm_hadd_epi16(a, b); }
-// Even lanes of a then b (16-bit values in range): pixels 0, 2, .., 14 of sixteen.
-inline V evenLanes(V a, V b) {
-  return _mm_packs_epi32(_mm_srai_epi32(_mm_slli_epi32(a, 16), 16), _mm_srai_epi32(_mm_slli_epi32(b, 16), 16));
-}
-// Odd lanes of a then b: pixels 1, 3, .., 15 of sixteen.
-inline V oddLanes(V a, V b) { return _mm_packs_epi32(_mm_srai_epi32(a, 16), _mm_srai_epi32(b, 16)); }
-#endif
 
 // ---------------------------------------------------------------------------
 // Forward YCbCr: pair mean
@@ -45,20 +37,29 @@ inline V oddLanes(V a, V b) { return _mm_packs_epi32(_mm_srai_epi32(a, 16), _mm_
 // scale of one sample shifted by 7; 8224 is 128.5 at the working scale of 64.
 struct FC1 {
   static int cb(int sR, int sG, int sB) {
-    return clamp8(s16(mulhrs16s(sB << 6, 7193) - mulhrs16s(sG << 6, 4768) - mulhrs16s(sR << 6, 2425) + 8224) >> 6);
+    return clamp8(s16(mulhrs16s(sB << 6, bt601::kCbB14) - mulhrs16s(sG << 6, bt601::kCbG14) -
+                      mulhrs16s(sR << 6, bt601::kCbR14) + 8224) >>
+                  6);
   }
   static int cr(int sR, int sG, int sB) {
-    return clamp8(s16(mulhrs16s(sR << 6, 7193) - mulhrs16s(sG << 6, 6029) - mulhrs16s(sB << 6, 1163) + 8224) >> 6);
+    return clamp8(s16(mulhrs16s(sR << 6, bt601::kCrR14) - mulhrs16s(sG << 6, bt601::kCrG14) -
+                      mulhrs16s(sB << 6, bt601::kCrB14) + 8224) >>
+                  6);
   }
-#if LUM_SIMD_SSE
-  static void block(V sR, V sG, V sB, V& cb, V& cr) {
-    const V r = sll16<6>(sR), g = sll16<6>(sG), b = sll16<6>(sB), half = set16(8224);
-    cb = clamp8(sra16<6>(add16(sub16(sub16(mulhrs16s(b, set16(7193)), mulhrs16s(g, set16(4768))),
-                                     mulhrs16s(r, set16(2425))), half)));
-    cr = clamp8(sra16<6>(add16(sub16(sub16(mulhrs16s(r, set16(7193)), mulhrs16s(g, set16(6029))),
-                                     mulhrs16s(b, set16(1163))), half)));
+  template <class O, class V = typename O::V>
+  static void vblock(V sR, V sG, V sB, V& cb, V& cr) {
+    const V r = O::sll(sR, 6), g = O::sll(sG, 6), b = O::sll(sB, 6), half = O::set(8224);
+    cb = O::sra(
+        O::add16(O::sub16(O::sub16(O::mulhrs16s(b, O::set(bt601::kCbB14)), O::mulhrs16s(g, O::set(bt601::kCbG14))),
+                          O::mulhrs16s(r, O::set(bt601::kCbR14))),
+                 half),
+        6);
+    cr = O::sra(
+        O::add16(O::sub16(O::sub16(O::mulhrs16s(r, O::set(bt601::kCrR14)), O::mulhrs16s(g, O::set(bt601::kCrG14))),
+                          O::mulhrs16s(b, O::set(bt601::kCrB14))),
+                 half),
+        6);
   }
-#endif
 };
 
 // A block form that takes each pixel's luma from a full-resolution form and the
@@ -72,22 +73,23 @@ struct PairForm {
     out[2] = Chroma::cb(a[0] + b[0], a[1] + b[1], a[2] + b[2]);
     out[3] = Chroma::cr(a[0] + b[0], a[1] + b[1], a[2] + b[2]);
   }
-#if LUM_SIMD_SSE
-  static void block(const V* a, const V* b, const int*, Pairs16& o) {
+  template <class O, class V = typename O::V>
+  static void vblock(const V* a, const V* b, const int*, Pairs<O>& o) {
     V la[3], lb[3];  // the luma form's chroma lanes are unused and drop out when inlined
-    Luma::block(a, la);
-    Luma::block(b, lb);
+    Luma::template vblock<O>(a, la);
+    Luma::template vblock<O>(b, lb);
     o.y[0] = la[0];
     o.y[1] = lb[0];
-    Chroma::block(pairSums(a[0], b[0]), pairSums(a[1], b[1]), pairSums(a[2], b[2]), o.cb, o.cr);
+    Chroma::template vblock<O>(O::hadd16(a[0], b[0]), O::hadd16(a[1], b[1]), O::hadd16(a[2], b[2]), o.cb, o.cr);
   }
-#endif
 };
 
 // FY3 with a truncating constant: the odd pixel's luma in TC1, which can come
 // out one lower than the even pixel's for the same colour.
 struct FY3Trunc {
-  static int y(int r, int g, int b) { return ((16843 * r + 33030 * g + 6423 * b + 0x100000) >> 16) & 255; }
+  static int y(int r, int g, int b) {
+    return ((bt601::kYR16 * r + bt601::kYG16 * g + bt601::kYB16 * b + 0x100000) >> 16) & 255;
+  }
 };
 
 // Q17 chroma of a pair's sums with the offsets OffCb and OffCr, stored as the
@@ -95,8 +97,12 @@ struct FY3Trunc {
 template <int OffCb, int OffCr, bool Chop = false>
 struct TCChroma {
   static int put(int v) { return Chop ? CHOP_ARRAY[v] : (v & 255); }
-  static int cb(int sR, int sG, int sB) { return put((-9699 * sR - 19071 * sG + 28770 * sB + OffCb) >> 17); }
-  static int cr(int sR, int sG, int sB) { return put((28770 * sR - 24117 * sG - 4653 * sB + OffCr) >> 17); }
+  static int cb(int sR, int sG, int sB) {
+    return put((-bt601::kCbR16 * sR - bt601::kCbG16 * sG + bt601::kCbB16 * sB + OffCb) >> 17);
+  }
+  static int cr(int sR, int sG, int sB) {
+    return put((bt601::kCrR16 * sR - bt601::kCrG16 * sG - bt601::kCrB16 * sB + OffCr) >> 17);
+  }
 };
 
 // A tail form: even and odd luma by their own rules, chroma of the pair sums.
@@ -143,21 +149,23 @@ struct ThreeTapTerms {
   static int half(int main, int g, int other) {
     return mulhrs16s(main << 7, MainH) - mulhrs16s(g << 7, GH) - mulhrs16s(other << 7, OtherH);
   }
-#if LUM_SIMD_SSE
+  template <class O, class V = typename O::V>
   static V full(V main, V g, V other) {
-    return sub16(sub16(mulhrs16s(sll16<7>(main), set16(MainF)), mulhrs16s(sll16<7>(g), set16(GF))),
-                 mulhrs16s(sll16<7>(other), set16(OtherF)));
+    return O::sub16(O::sub16(O::mulhrs16s(O::sll(main, 7), O::set(MainF)), O::mulhrs16s(O::sll(g, 7), O::set(GF))),
+                    O::mulhrs16s(O::sll(other, 7), O::set(OtherF)));
   }
+  template <class O, class V = typename O::V>
   static V half(V main, V g, V other) {
-    return sub16(sub16(mulhrs16s(sll16<7>(main), set16(MainH)), mulhrs16s(sll16<7>(g), set16(GH))),
-                 mulhrs16s(sll16<7>(other), set16(OtherH)));
+    return O::sub16(O::sub16(O::mulhrs16s(O::sll(main, 7), O::set(MainH)), O::mulhrs16s(O::sll(g, 7), O::set(GH))),
+                    O::mulhrs16s(O::sll(other, 7), O::set(OtherH)));
   }
-#endif
 };
 // The half of 2425 is taken as 1213: like 3015 and 582, the halves of the
 // subtracted coefficients round up.
-using ThreeTapCb = ThreeTapTerms<7193, 4768, 2425, 3596, 2384, 1213>;
-using ThreeTapCr = ThreeTapTerms<7193, 6029, 1163, 3596, 3015, 582>;
+using ThreeTapCb =
+    ThreeTapTerms<bt601::kCbB14, bt601::kCbG14, bt601::kCbR14, bt601::kCbB14Half, bt601::kCbG14Half, bt601::kCbR14Half>;
+using ThreeTapCr =
+    ThreeTapTerms<bt601::kCrR14, bt601::kCrG14, bt601::kCrB14, bt601::kCrR14Half, bt601::kCrG14Half, bt601::kCrB14Half>;
 
 struct ThreeTapBlock {
   static constexpr bool kUsesPrev = true;
@@ -169,34 +177,34 @@ struct ThreeTapBlock {
     out[2] = clamp8(s16(ThreeTapCb::full(a[2], a[1], a[0]) + ThreeTapCb::half(b[2], b[1], b[0]) + pCb + 16448) >> 7);
     out[3] = clamp8(s16(ThreeTapCr::full(a[0], a[1], a[2]) + ThreeTapCr::half(b[0], b[1], b[2]) + pCr + 16448) >> 7);
   }
-#if LUM_SIMD_SSE
-  static void block(const V* a, const V* b, const int* prev, Pairs16& o) {
+  // On 128 bits: the lane before the first pair takes the term of the pixel
+  // before the block.
+  template <class O, class V = typename O::V>
+  static void vblock(const V* a, const V* b, const int* prev, Pairs<O>& o) {
     V la[3], lb[3];
-    FY1::block(a, la);
-    FY1::block(b, lb);
+    FY1::vblock<O>(a, la);
+    FY1::vblock<O>(b, lb);
     o.y[0] = la[0];
     o.y[1] = lb[0];
-    const V re = evenLanes(a[0], b[0]), ge = evenLanes(a[1], b[1]), be = evenLanes(a[2], b[2]);
-    const V ro = oddLanes(a[0], b[0]), go = oddLanes(a[1], b[1]), bo = oddLanes(a[2], b[2]);
+    const V re = O::evens16(a[0], b[0]), ge = O::evens16(a[1], b[1]), be = O::evens16(a[2], b[2]);
+    const V ro = O::odds16(a[0], b[0]), go = O::odds16(a[1], b[1]), bo = O::odds16(a[2], b[2]);
     // The odd pixels' half terms serve their own pair and, one lane on, the next.
-    const V hCb = ThreeTapCb::half(bo, go, ro), hCr = ThreeTapCr::half(ro, go, bo);
+    const V hCb = ThreeTapCb::half<O>(bo, go, ro), hCr = ThreeTapCr::half<O>(ro, go, bo);
     const int pCb = prev ? ThreeTapCb::half(prev[2], prev[1], prev[0]) : 0;
     const int pCr = prev ? ThreeTapCr::half(prev[0], prev[1], prev[2]) : 0;
-    const V prevCb = _mm_alignr_epi8(hCb, _mm_insert_epi16(_mm_setzero_si128(), pCb, 7), 14);
-    const V prevCr = _mm_alignr_epi8(hCr, _mm_insert_epi16(_mm_setzero_si128(), pCr, 7), 14);
-    const V off = set16(16448);
-    o.cb = clamp8(sra16<7>(add16(add16(add16(ThreeTapCb::full(be, ge, re), hCb), prevCb), off)));
-    o.cr = clamp8(sra16<7>(add16(add16(add16(ThreeTapCr::full(re, ge, be), hCr), prevCr), off)));
+    const V prevCb = O::slideUp16(hCb, O::set(pCb)), prevCr = O::slideUp16(hCr, O::set(pCr));
+    const V off = O::set(16448);
+    o.cb = O::sra(O::add16(O::add16(O::add16(ThreeTapCb::full<O>(be, ge, re), hCb), prevCb), off), 7);
+    o.cr = O::sra(O::add16(O::add16(O::add16(ThreeTapCr::full<O>(re, ge, be), hCr), prevCr), off), 7);
   }
-#endif
 };
 
 // Tail: c(p) is the Q16 chroma sum of pixel p before its offset; each weight is a
 // truncating shift, and -0x7F8001 leaves 128.5 (less 1/65536) in the low byte.
 struct ThreeTapTail {
   static constexpr bool kUsesPrev = true;
-  static int cCb(const int* p) { return -9699 * p[0] - 19071 * p[1] + 28770 * p[2]; }
-  static int cCr(const int* p) { return 28770 * p[0] - 24117 * p[1] - 4653 * p[2]; }
+  static int cCb(const int* p) { return -bt601::kCbR16 * p[0] - bt601::kCbG16 * p[1] + bt601::kCbB16 * p[2]; }
+  static int cCr(const int* p) { return bt601::kCrR16 * p[0] - bt601::kCrG16 * p[1] - bt601::kCrB16 * p[2]; }
   static void pair(const int* prev, const int* a, const int* b, int* out) {
     out[0] = FY3::y(a[0], a[1], a[2]);
     out[1] = FY3::y(b[0], b[1], b[2]);
@@ -218,13 +226,18 @@ struct ThreeTapTail {
 struct PairHighMul {
   static constexpr bool kUsesPrev = false;
   static int y(int r, int g, int b) {
-    return clamp8((mulhi16u(r << 8, 8422) + mulhi16u(g << 8, 16515) + mulhi16u(b << 8, 3212) + 2112) >> 7);
+    return clamp8(
+        (mulhi16u(r << 8, bt601::kYR15) + mulhi16u(g << 8, bt601::kYG15) + mulhi16u(b << 8, bt601::kYB15) + 2112) >> 7);
   }
   static int cb(int sR, int sG, int sB) {
-    return clamp8((16447 + mulhi16u(sB << 7, 14385) - mulhi16u(sG << 7, 9535) - mulhi16u(sR << 7, 4850)) >> 7);
+    return clamp8((16447 + mulhi16u(sB << 7, bt601::kCbB15) - mulhi16u(sG << 7, bt601::kCbG15) -
+                   mulhi16u(sR << 7, bt601::kCbR15)) >>
+                  7);
   }
   static int cr(int sR, int sG, int sB) {
-    return clamp8((16447 + mulhi16u(sR << 7, 14385) - mulhi16u(sG << 7, 12058) - mulhi16u(sB << 7, 2327)) >> 7);
+    return clamp8((16447 + mulhi16u(sR << 7, bt601::kCrR15) - mulhi16u(sG << 7, bt601::kCrG15) -
+                   mulhi16u(sB << 7, bt601::kCrB15)) >>
+                  7);
   }
   static void pair(const int*, const int* a, const int* b, int* out) {
     out[0] = y(a[0], a[1], a[2]);
@@ -232,22 +245,27 @@ struct PairHighMul {
     out[2] = cb(a[0] + b[0], a[1] + b[1], a[2] + b[2]);
     out[3] = cr(a[0] + b[0], a[1] + b[1], a[2] + b[2]);
   }
-#if LUM_SIMD_SSE
+  template <class O, class V = typename O::V>
   static V y(V r, V g, V b) {
-    return clamp8(srl16<7>(add16(add16(add16(mulhi16u(sll16<8>(r), set16(8422)), mulhi16u(sll16<8>(g), set16(16515))),
-                                       mulhi16u(sll16<8>(b), set16(3212))), set16(2112))));
+    return O::srl(O::add16(O::add16(O::add16(O::mulhi16u(O::sll(r, 8), O::set(bt601::kYR15)),
+                                                       O::mulhi16u(O::sll(g, 8), O::set(bt601::kYG15))),
+                                              O::mulhi16u(O::sll(b, 8), O::set(bt601::kYB15))), O::set(2112)), 7);
   }
-  static void block(const V* a, const V* b, const int*, Pairs16& o) {
-    o.y[0] = y(a[0], a[1], a[2]);
-    o.y[1] = y(b[0], b[1], b[2]);
-    const V sR = sll16<7>(pairSums(a[0], b[0])), sG = sll16<7>(pairSums(a[1], b[1]));
-    const V sB = sll16<7>(pairSums(a[2], b[2])), off = set16(16447);
-    o.cb = clamp8(srl16<7>(sub16(sub16(add16(off, mulhi16u(sB, set16(14385))), mulhi16u(sG, set16(9535))),
-                                 mulhi16u(sR, set16(4850)))));
-    o.cr = clamp8(srl16<7>(sub16(sub16(add16(off, mulhi16u(sR, set16(14385))), mulhi16u(sG, set16(12058))),
-                                 mulhi16u(sB, set16(2327)))));
+  template <class O, class V = typename O::V>
+  static void vblock(const V* a, const V* b, const int*, Pairs<O>& o) {
+    o.y[0] = y<O>(a[0], a[1], a[2]);
+    o.y[1] = y<O>(b[0], b[1], b[2]);
+    const V sR = O::sll(O::hadd16(a[0], b[0]), 7), sG = O::sll(O::hadd16(a[1], b[1]), 7);
+    const V sB = O::sll(O::hadd16(a[2], b[2]), 7), off = O::set(16447);
+    o.cb = O::srl(O::sub16(O::sub16(O::add16(off, O::mulhi16u(sB, O::set(bt601::kCbB15))),
+                                    O::mulhi16u(sG, O::set(bt601::kCbG15))),
+                           O::mulhi16u(sR, O::set(bt601::kCbR15))),
+                  7);
+    o.cr = O::srl(O::sub16(O::sub16(O::add16(off, O::mulhi16u(sR, O::set(bt601::kCrR15))),
+                                    O::mulhi16u(sG, O::set(bt601::kCrG15))),
+                           O::mulhi16u(sB, O::set(bt601::kCrB15))),
+                  7);
   }
-#endif
 };
 
 // ---------------------------------------------------------------------------
@@ -257,14 +275,14 @@ struct PairHighMul {
 // Luma at 64 times its value from high products of the samples << 7 with the
 // twice-luma coefficients 9798, 19235, 3736 (as FU2 has them).
 inline int yuvLuma64(int r, int g, int b) {
-  return mulhi16s(r << 7, 9798) + mulhi16s(g << 7, 19235) + mulhi16s(b << 7, 3736);
+  return mulhi16s(r << 7, yuv::kYR15) + mulhi16s(g << 7, yuv::kYG15) + mulhi16s(b << 7, yuv::kYB15);
 }
-#if LUM_SIMD_SSE
+template <class O, class V = typename O::V>
 inline V yuvLuma64(V r, V g, V b) {
-  return add16(add16(mulhi16s(sll16<7>(r), set16(9798)), mulhi16s(sll16<7>(g), set16(19235))),
-               mulhi16s(sll16<7>(b), set16(3736)));
+  return O::add16(
+      O::add16(O::mulhi16s(O::sll(r, 7), O::set(yuv::kYR15)), O::mulhi16s(O::sll(g, 7), O::set(yuv::kYG15))),
+      O::mulhi16s(O::sll(b, 7), O::set(yuv::kYB15)));
 }
-#endif
 
 // Block of the YUV 4:2:2 kernels. Luma is (l64 + KY) >> 6 per pixel. The chroma
 // difference d = (64 s - (l64a + l64b) + KD) >> 6 is the pair sum less the two
@@ -281,20 +299,20 @@ struct YUV422Block {
     const int la = yuvLuma64(a[0], a[1], a[2]), lb = yuvLuma64(b[0], b[1], b[2]);
     out[0] = clamp8((la + KY) >> 6);
     out[1] = clamp8((lb + KY) >> 6);
-    out[2] = clamp8(mulhi16s(diff(a[2] + b[2], la + lb), 16121) + 128);
-    out[3] = clamp8(mulhi16s(diff(a[0] + b[0], la + lb), 28737) + 128);
+    out[2] = clamp8(mulhi16s(diff(a[2] + b[2], la + lb), yuv::kU15) + 128);
+    out[3] = clamp8(mulhi16s(diff(a[0] + b[0], la + lb), yuv::kV15) + 128);
   }
-#if LUM_SIMD_SSE
-  static V diff(V s, V lsum) { return sra16<6>(add16(sub16(sll16<6>(s), lsum), set16(KD))); }
-  static void block(const V* a, const V* b, const int*, Pairs16& o) {
-    const V la = yuvLuma64(a[0], a[1], a[2]), lb = yuvLuma64(b[0], b[1], b[2]);
-    o.y[0] = clamp8(sra16<6>(add16(la, set16(KY))));
-    o.y[1] = clamp8(sra16<6>(add16(lb, set16(KY))));
-    const V lsum = pairSums(la, lb), c128 = set16(128);
-    o.cb = clamp8(add16(mulhi16s(diff(pairSums(a[2], b[2]), lsum), set16(16121)), c128));
-    o.cr = clamp8(add16(mulhi16s(diff(pairSums(a[0], b[0]), lsum), set16(28737)), c128));
+  template <class O, class V = typename O::V>
+  static V diff(V s, V lsum) { return O::sra(O::add16(O::sub16(O::sll(s, 6), lsum), O::set(KD)), 6); }
+  template <class O, class V = typename O::V>
+  static void vblock(const V* a, const V* b, const int*, Pairs<O>& o) {
+    const V la = yuvLuma64<O>(a[0], a[1], a[2]), lb = yuvLuma64<O>(b[0], b[1], b[2]);
+    o.y[0] = O::sra(O::add16(la, O::set(KY)), 6);
+    o.y[1] = O::sra(O::add16(lb, O::set(KY)), 6);
+    const V lsum = O::hadd16(la, lb), c128 = O::set(128);
+    o.cb = O::add16(O::mulhi16s(diff<O>(O::hadd16(a[2], b[2]), lsum), O::set(yuv::kU15)), c128);
+    o.cr = O::add16(O::mulhi16s(diff<O>(O::hadd16(a[0], b[0]), lsum), O::set(yuv::kV15)), c128);
   }
-#endif
 };
 
 // Tail of the YUV 4:2:2 kernels: y32 per pixel (38470 for green), Y = (y32 +
@@ -304,15 +322,15 @@ struct YUV422Block {
 template <int RoundY, int RoundC>
 struct YUV422Tail {
   static constexpr bool kUsesPrev = false;
-  static int y32(const int* p) { return 19595 * p[0] + 38470 * p[1] + 7471 * p[2]; }
+  static int y32(const int* p) { return yuv::kYR16 * p[0] + yuv::kYG16 * p[1] + yuv::kYB16 * p[2]; }
   static void pair(const int*, const int* a, const int* b, int* out) {
     const int ya = y32(a), yb = y32(b), ys = ya + yb;
     out[0] = (ya + RoundY) >> 16;
     out[1] = (yb + RoundY) >> 16;
     const int dB = (((a[2] + b[2]) << 16) - ys + RoundC) >> 16;
     const int dR = (((a[0] + b[0]) << 16) - ys + RoundC) >> 16;
-    out[2] = (((dB * 32244) >> 17) + 128) & 255;
-    out[3] = CHOP_ARRAY[((dR * 57475) >> 17) + 128];
+    out[2] = (((dB * yuv::kU16) >> 17) + 128) & 255;
+    out[3] = CHOP_ARRAY[((dR * yuv::kV16) >> 17) + 128];
   }
 };
 
@@ -336,15 +354,15 @@ using YUV422TailP3 = YUV422Tail<0, 65535>;
 // ends, as every other YUV block does.
 struct V8Tail {
   static constexpr bool kUsesPrev = false;
-  static int y15(const int* p) { return 9798 * p[0] + 19235 * p[1] + 3736 * p[2]; }
+  static int y15(const int* p) { return yuv::kYR15 * p[0] + yuv::kYG15 * p[1] + yuv::kYB15 * p[2]; }
   static void pair(const int*, const int* a, const int* b, int* out) {
     const int ya = y15(a), yb = y15(b), ys = ya + yb;
     out[0] = ya >> 15;
     out[1] = yb >> 15;
     const int dB = (32768 * (a[2] + b[2]) - ys + 2 * 16383) >> 16;
     const int dR = (32768 * (a[0] + b[0]) - ys + 2 * 32767) >> 16;
-    out[2] = (((dB * 16121) >> 15) - 128) & 255;
-    const int v = ((dR * 28737) >> 15) + 128;
+    out[2] = (((dB * yuv::kU15) >> 15) - 128) & 255;
+    const int v = ((dR * yuv::kV15) >> 15) + 128;
     out[3] = (v > 255 ? 255 : v) & 255;
   }
 };
@@ -358,7 +376,7 @@ struct V8Tail {
 struct V8Block {
   static constexpr bool kUsesPrev = false;
   static int luma64(int r, int g, int b) {
-    return mulhrs16s(r << 7, 4899) + mulhrs16s(g << 7, 9617) + mulhrs16s(b << 7, 1868);
+    return mulhrs16s(r << 7, yuv::kYR14) + mulhrs16s(g << 7, yuv::kYG14) + mulhrs16s(b << 7, yuv::kYB14);
   }
   static int chroma(int s, int lsum, int round, int coef) {
     const int d = s16((s << 6) - lsum + round) >> 7;
@@ -368,27 +386,29 @@ struct V8Block {
     const int la = luma64(a[0], a[1], a[2]), lb = luma64(b[0], b[1], b[2]);
     out[0] = clamp8(la >> 6);
     out[1] = clamp8(lb >> 6);
-    out[2] = clamp8(chroma(a[2] + b[2], la + lb, 63, 8061));
-    out[3] = clamp8(chroma(a[0] + b[0], la + lb, 127, 14369));
+    out[2] = clamp8(chroma(a[2] + b[2], la + lb, 63, yuv::kU14));
+    out[3] = clamp8(chroma(a[0] + b[0], la + lb, 127, yuv::kV14));
   }
-#if LUM_SIMD_SSE
+  template <class O, class V = typename O::V>
   static V luma64(V r, V g, V b) {
-    return add16(add16(mulhrs16s(sll16<7>(r), set16(4899)), mulhrs16s(sll16<7>(g), set16(9617))),
-                 mulhrs16s(sll16<7>(b), set16(1868)));
+    return O::add16(
+        O::add16(O::mulhrs16s(O::sll(r, 7), O::set(yuv::kYR14)), O::mulhrs16s(O::sll(g, 7), O::set(yuv::kYG14))),
+        O::mulhrs16s(O::sll(b, 7), O::set(yuv::kYB14)));
   }
+  template <class O, class V = typename O::V>
   static V chroma(V s, V lsum, int round, int coef) {
-    const V d = sra16<7>(add16(sub16(sll16<6>(s), lsum), set16(round)));
-    return add16(sra16<6>(mulhrs16s(sll16<7>(d), set16(coef))), set16(128));
+    const V d = O::sra(O::add16(O::sub16(O::sll(s, 6), lsum), O::set(round)), 7);
+    return O::add16(O::sra(O::mulhrs16s(O::sll(d, 7), O::set(coef)), 6), O::set(128));
   }
-  static void block(const V* a, const V* b, const int*, Pairs16& o) {
-    const V la = luma64(a[0], a[1], a[2]), lb = luma64(b[0], b[1], b[2]);
-    o.y[0] = clamp8(sra16<6>(la));
-    o.y[1] = clamp8(sra16<6>(lb));
-    const V lsum = pairSums(la, lb);
-    o.cb = clamp8(chroma(pairSums(a[2], b[2]), lsum, 63, 8061));
-    o.cr = clamp8(chroma(pairSums(a[0], b[0]), lsum, 127, 14369));
+  template <class O, class V = typename O::V>
+  static void vblock(const V* a, const V* b, const int*, Pairs<O>& o) {
+    const V la = luma64<O>(a[0], a[1], a[2]), lb = luma64<O>(b[0], b[1], b[2]);
+    o.y[0] = O::sra(la, 6);
+    o.y[1] = O::sra(lb, 6);
+    const V lsum = O::hadd16(la, lb);
+    o.cb = chroma<O>(O::hadd16(a[2], b[2]), lsum, 63, yuv::kU14);
+    o.cr = chroma<O>(O::hadd16(a[0], b[0]), lsum, 127, yuv::kV14);
   }
-#endif
 };
 
 // ---------------------------------------------------------------------------
@@ -398,7 +418,7 @@ struct V8Block {
 // The offset-folded scheme: samples enter unsigned at the scale of 128 and the
 // offsets of 16 and 128 are subtracted after the products, at the scale of 8. No
 // rounding add of its own: the final shift truncates (a set may carry a rounding
-// half in its offsets). block() serves every vector width.
+// half in its offsets).
 template <int Cy, int CrR, int CbG, int CrG, int CbB, int OffR, int OffG, int OffB>
 struct IYFolded {
   static void pixel(const int* in, int* out) {
@@ -407,23 +427,26 @@ struct IYFolded {
     out[1] = clamp8(subs16s(y, s16(adds16s(mulhi16s(cb, CbG), mulhi16s(cr, CrG)) - OffG)) >> 3);
     out[2] = clamp8(adds16s(y, s16(mulhi16s(cb, CbB) - OffB)) >> 3);
   }
-#if LUM_SIMD_SSE
-  template <class W>
-  static void block(const W* in, W* out) {
-    const W y = mulhi16s(sll16<7>(in[0]), splat<W>(Cy)), cb = sll16<7>(in[1]), cr = sll16<7>(in[2]);
-    out[0] = clamp8(sra16<3>(adds16s(y, sub16(mulhi16s(cr, splat<W>(CrR)), splat<W>(OffR)))));
-    out[1] = clamp8(sra16<3>(subs16s(y, sub16(adds16s(mulhi16s(cb, splat<W>(CbG)), mulhi16s(cr, splat<W>(CrG))), splat<W>(OffG)))));
-    out[2] = clamp8(sra16<3>(adds16s(y, sub16(mulhi16s(cb, splat<W>(CbB)), splat<W>(OffB)))));
+  template <class O, class V = typename O::V>
+  static void vblock(const V* in, V* out) {
+    const V y = O::mulhi16s(O::sll(in[0], 7), O::set(Cy)), cb = O::sll(in[1], 7), cr = O::sll(in[2], 7);
+    out[0] = O::sra(O::adds16s(y, O::sub16(O::mulhi16s(cr, O::set(CrR)), O::set(OffR))), 3);
+    out[1] = O::sra(O::subs16s(y, O::sub16(O::adds16s(O::mulhi16s(cb, O::set(CbG)), O::mulhi16s(cr, O::set(CrG))),
+                                           O::set(OffG))), 3);
+    out[2] = O::sra(O::adds16s(y, O::sub16(O::mulhi16s(cb, O::set(CbB)), O::set(OffB))), 3);
   }
+#if LUM_SIMD_SSE
+  static void block(const __m128i* in, __m128i* out) { clampedBlock<IYFolded>(in, out); }
 #endif
 };
 
 // IY4: the folded scheme with the 4:2:2 set, 4768, 6537, 1606, 3330, 8262 and
 // the offsets 1783, 1085, 2214.
-using IY4 = IYFolded<4768, 6537, 1606, 3330, 8262, 1783, 1085, 2214>;
+using IY4 = IYFolded<bt601::kY12Folded422, bt601::kCrR12, bt601::kCbG12Folded422, bt601::kCrG12,
+                     bt601::kCbB12Folded422, 1783, 1085, 2214>;
 
 // The IY1 scheme with the constants of the YCbCr422 -> BGRA kernel.
-using IY1Bgra = IYRounded<4767, 6537, 1605, 3330, 8261, 4, 3>;
+using IY1Bgra = IYRounded<bt601::kY12Bgra, bt601::kCrR12, bt601::kCbG12, bt601::kCrG12, bt601::kCbB12Bgra, 4, 3>;
 
 // ---------------------------------------------------------------------------
 // Inverse YUV
@@ -434,26 +457,29 @@ using IY1Bgra = IYRounded<4767, 6537, 1605, 3330, 8261, 4, 3>;
 struct IU5 {
   static void pixel(const int* in, int* out) {
     const int y = in[0] << 4, ud = (in[1] - 128) << 7, vd = (in[2] - 128) << 7;
-    out[0] = clamp8(adds16s(adds16s(y, mulhi16s(vd, 9338)), 8) >> 4);
-    out[1] = clamp8(adds16s(subs16s(y, adds16s(mulhi16s(ud, 3227), mulhi16s(vd, 4759))), 8) >> 4);
-    out[2] = clamp8(adds16s(adds16s(y, mulhi16s(ud, 16646)), 8) >> 4);
+    out[0] = clamp8(adds16s(adds16s(y, mulhi16s(vd, yuv::kVR13)), 8) >> 4);
+    out[1] = clamp8(adds16s(subs16s(y, adds16s(mulhi16s(ud, yuv::kUG13), mulhi16s(vd, yuv::kVG13))), 8) >> 4);
+    out[2] = clamp8(adds16s(adds16s(y, mulhi16s(ud, yuv::kUB13)), 8) >> 4);
+  }
+  template <class O, class V = typename O::V>
+  static void vblock(const V* in, V* out) {
+    const V y = O::sll(in[0], 4), eight = O::set(8);
+    const V ud = O::sll(O::sub16(in[1], O::set(128)), 7), vd = O::sll(O::sub16(in[2], O::set(128)), 7);
+    out[0] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(vd, O::set(yuv::kVR13))), eight), 4);
+    out[1] = O::sra(
+        O::adds16s(O::subs16s(y, O::adds16s(O::mulhi16s(ud, O::set(yuv::kUG13)), O::mulhi16s(vd, O::set(yuv::kVG13)))),
+                   eight),
+        4);
+    out[2] = O::sra(O::adds16s(O::adds16s(y, O::mulhi16s(ud, O::set(yuv::kUB13))), eight), 4);
   }
 #if LUM_SIMD_SSE
-  // Serves every vector width.
-  template <class W>
-  static void block(const W* in, W* out) {
-    const W y = sll16<4>(in[0]), eight = splat<W>(8);
-    const W ud = sll16<7>(sub16(in[1], splat<W>(128))), vd = sll16<7>(sub16(in[2], splat<W>(128)));
-    out[0] = clamp8(sra16<4>(adds16s(adds16s(y, mulhi16s(vd, splat<W>(9338))), eight)));
-    out[1] = clamp8(sra16<4>(adds16s(subs16s(y, adds16s(mulhi16s(ud, splat<W>(3227)), mulhi16s(vd, splat<W>(4759)))), eight)));
-    out[2] = clamp8(sra16<4>(adds16s(adds16s(y, mulhi16s(ud, splat<W>(16646))), eight)));
-  }
+  static void block(const __m128i* in, __m128i* out) { clampedBlock<IU5>(in, out); }
 #endif
 };
 
 // SU4: SU3's coefficients with no rounding add at all. With u = v = c it is also
 // the rule of a lone YUV 4:2:2 pixel whose one chroma sample serves as both
 // (-25821 - 38076 = -63897 for green).
-using SU4 = SUTail<74711, 25821, 38076, 133169, 0, 0, 0>;
+using SU4 = SUTail<yuv::kVR16, yuv::kUG16, yuv::kVG16, yuv::kUB16, 0, 0, 0>;
 
 }  // namespace lum::form

@@ -1,11 +1,9 @@
 // 256-bit blocks (AVX2) of the 4:2:0 and 4:1:1 kernels. This file alone is built
-// with AVX2; the kernels enter it only when the processor has AVX2. The forms of
-// forms_420.h serve both vector widths with one block(); the full-resolution forms
-// the cell kernels borrow run their vblock on the sixteen-lane set (the tests
-// hold both widths against the scalar rule).
+// with AVX2; the kernels enter it only when the processor has AVX2. Every form
+// runs its vblock on the sixteen-lane set (the tests hold both widths against
+// the scalar rule).
 #if defined(__AVX2__)
 
-#include "frame/fixed_point_avx2.h"  // before the forms: their blocks find the 256-bit vocabulary
 #include "frame/cell_wide_avx2.h"
 #include "lumachroma/forms_420.h"
 

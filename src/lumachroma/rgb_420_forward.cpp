@@ -174,7 +174,9 @@ LumStatus lumiRGBToYUV420_8u_C3P3(const Lum8u* pSrc, Lum8u* const pDst[3], LumSi
   if (LumStatus s = check::nullThenSize(roi, pSrc, pDst)) return s;
   if (check::anyPlaneNull(pDst, 3)) return lumStatusNullPointer;
   const int steps[3] = {roi.width, roi.width >> 1, roi.width >> 1};
-  rgbToYuv420(roi, packed(pSrc, 3 * roi.width), planar(pDst, 3, steps));
+  // The row size in pointer width; a step beyond int only serves one-row images.
+  const std::ptrdiff_t rgbRow = std::ptrdiff_t(3) * roi.width;
+  rgbToYuv420(roi, packed(pSrc, int(rgbRow)), planar(pDst, 3, steps));
   return cellStatus420(roi);
 }
 

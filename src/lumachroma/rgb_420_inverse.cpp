@@ -180,7 +180,9 @@ LumStatus lumiYUV420ToRGB_8u_P3C3(const Lum8u* const pSrc[3], Lum8u* pDst, LumSi
   if (LumStatus s = check::nullThenSize(roi, pSrc, pDst)) return s;
   if (check::anyPlaneNull(pSrc, 3)) return lumStatusNullPointer;
   const int steps[3] = {roi.width, roi.width >> 1, roi.width >> 1};
-  yuvToRgb420(roi, planar(pSrc, 3, steps), packed(pDst, 3 * roi.width));
+  // The row size in pointer width; a step beyond int only serves one-row images.
+  const std::ptrdiff_t rgbRow = std::ptrdiff_t(3) * roi.width;
+  yuvToRgb420(roi, planar(pSrc, 3, steps), packed(pDst, int(rgbRow)));
   return cellStatus420(roi);
 }
 

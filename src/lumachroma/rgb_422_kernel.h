@@ -17,7 +17,6 @@
 
 #include "frame/check.h"
 #include "frame/kernel.h"
-#include "lumachroma/rgb_422_avx2.h"
 #include "lumachroma/rgb_422_layouts.h"
 
 namespace lum {
@@ -46,65 +45,92 @@ inline Planes<T> advancePixels(Planes<T> p, int x) {
 }
 
 // The 256-bit blocks: which forms and layouts have one. A kernel asks once per
-// call whether they may run (useVector() and the processor), then gives them
-// the first whole groups of sixteen pixels of its block part; the 128-bit
-// blocks and the scalar twin go on from there, so the forms fall on the same
-// pixels whichever ran.
-namespace widen {
-#if LUM_SIMD_SSE
-template <class L> inline constexpr int pix = -1;
-template <> inline constexpr int pix<layout::RGB> = int(wide::Pix::RGB);
-template <> inline constexpr int pix<layout::BGR> = int(wide::Pix::BGR);
-template <> inline constexpr int pix<layout::RGBA> = int(wide::Pix::RGBA);
-template <> inline constexpr int pix<layout::BGRA> = int(wide::Pix::BGRA);
-template <> inline constexpr int pix<layout::P3> = int(wide::Pix::P3);
-template <bool A> inline constexpr int pix<layout422::C2<true, true, A>> = int(wide::Pix::YCbCr422);
-template <bool A> inline constexpr int pix<layout422::C2<false, true, A>> = int(wide::Pix::CbYCr422);
-template <bool A> inline constexpr int pix<layout422::C2<true, false, A>> = int(wide::Pix::YCrCb422);
-template <> inline constexpr int pix<layout422::P3h> = int(wide::Pix::P3h);
-template <class L> constexpr bool isPairs = pix<L> >= int(wide::Pix::YCbCr422) && pix<L> != int(wide::Pix::P3);
-template <class L> constexpr bool isPixels = (pix<L> >= 0 && pix<L> <= int(wide::Pix::BGRA)) || pix<L> == int(wide::Pix::P3);
+// call whether they may run (useWide()), then gives them the first whole steps
+// of its block part; the 128-bit blocks and the scalar twin go on from there,
+// so the forms fall on the same pixels whichever ran.
+namespace wide422 {
+template <class L> inline constexpr bool isPairs = false;
+template <bool F, bool C, bool A> inline constexpr bool isPairs<layout422::C2<F, C, A>> = true;
+template <> inline constexpr bool isPairs<layout422::P3h> = true;
+template <class L> inline constexpr bool isPixels3 = false;
+template <> inline constexpr bool isPixels3<layout::RGB> = true;
+template <> inline constexpr bool isPixels3<layout::BGR> = true;
+template <class L> inline constexpr bool isPixels4 = false;
+template <> inline constexpr bool isPixels4<layout::RGBA> = true;
+template <> inline constexpr bool isPixels4<layout::BGRA> = true;
 
-// Inverse forms with a wide block: the rounded IY scheme.
-template <class Form> struct Inverse { static constexpr bool kHas = false; };
-template <int Cy, int CrR, int CbG, int CrG, int CbB, int Round, int Shift>
-struct Inverse<form::IYRounded<Cy, CrR, CbG, CrG, CbB, Round, Shift>> {
-  static constexpr bool kHas = true;
-  static constexpr wide::IYParams kParams{Cy, CrR, CbG, CrG, CbB, Round, Shift};
-};
-// Its destinations: three-byte pixels, or four with alpha written as aval.
-template <class Form, class Src, class Dst, Alpha A>
-constexpr bool inverseHas = Inverse<Form>::kHas && isPairs<Src> &&
-                            (pix<Dst> == int(wide::Pix::RGB) || pix<Dst> == int(wide::Pix::BGR) ||
-                             ((pix<Dst> == int(wide::Pix::RGBA) || pix<Dst> == int(wide::Pix::BGRA)) &&
-                              (A == Alpha::Aval || A == Alpha::Zero)));
-
-// Forward forms with a wide block.
-template <class Form> struct Forward { static constexpr bool kHas = false; };
-template <> struct Forward<form::PairForm<form::FY1, form::FC1>> {
-  static constexpr bool kHas = true;
-  static constexpr wide::PairForm kForm = wide::PairForm::FY1FC1;
-};
-template <> struct Forward<form::PairHighMul> {
-  static constexpr bool kHas = true;
-  static constexpr wide::PairForm kForm = wide::PairForm::HighMul;
-};
+// Forward pair forms with a wide block, from pixels to pairs.
+template <class Form> inline constexpr bool forwardForm = false;
+template <> inline constexpr bool forwardForm<form::PairForm<form::FY1, form::FC1>> = true;
+template <> inline constexpr bool forwardForm<form::PairHighMul> = true;
 template <class Form, class Src, class Dst>
-constexpr bool forwardHas = Forward<Form>::kHas && isPixels<Src> && isPairs<Dst>;
+constexpr bool forwardHas =
+    forwardForm<Form> && (isPixels3<Src> || isPixels4<Src> || std::is_same_v<Src, layout::P3>) && isPairs<Dst>;
 
-inline wide::Rows rows(const SrcPlanes& s, const DstPlanes& d) {
-  return wide::Rows{{s.p[0], s.p[1], s.p[2]}, {d.p[0], d.p[1], d.p[2]}};
+// Inverse forms with a wide block: the rounded IY scheme, to three-byte pixels,
+// or four with alpha written as zero or aval.
+template <class Form> inline constexpr bool inverseForm = false;
+template <int Cy, int CrR, int CbG, int CrG, int CbB, int Round, int Shift>
+inline constexpr bool inverseForm<form::IYRounded<Cy, CrR, CbG, CrG, CbB, Round, Shift>> = true;
+template <class Form, class Src, class Dst, Alpha A>
+constexpr bool inverseHas = inverseForm<Form> && isPairs<Src> &&
+                            (isPixels3<Dst> || (isPixels4<Dst> && (A == Alpha::Aval || A == Alpha::Zero)));
+
+// Pairs of the pixels [0, end) of a row by Form's 256-bit lanes, 32 pixels a
+// step; returns the pixel where the steps stop. Defined in
+// rgb_422_layouts_avx2.h, instantiated in rgb_422_avx2.cpp.
+template <class Form, class Src, class Dst>
+int pairs(const SrcPlanes& s, const DstPlanes& d, int end);
+// The same in every row of a region, each row then finished by rest(s, d, x,
+// width) from the pixel x where the steps stop.
+using RowRest = void (*)(const SrcPlanes& s, const DstPlanes& d, int x, int width);
+template <class Form, class Src, class Dst>
+void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, int end, RowRest rest);
+}  // namespace wide422
+
+// Pairs of pixels from x by BlockForm's lanes on the set O, 2 * O::kLanes pixels
+// a step while they fit below end; Io moves the pixels in (load) and the pairs
+// out (store). Returns the pixel where the steps stop.
+template <class O, class BlockForm, class Io>
+inline int pairSteps(const SrcPlanes& src, const DstPlanes& dst, int x, int end) {
+  using V = typename O::V;
+  constexpr int kStep = 2 * O::kLanes;
+  // Local copies: the stores may alias anything, and the row pointers should
+  // stay in registers through the loop.
+  const SrcPlanes s = src;
+  const DstPlanes d = dst;
+  for (; x + kStep <= end; x += kStep) {
+    V a[4], b[4];
+    Io::load(s, x, a);
+    Io::load(s, x + O::kLanes, b);
+    layout::Px p;
+    const int* prev = nullptr;
+    if constexpr (BlockForm::kUsesPrev) {
+      if (x > 0) {
+        Io::Src::load(s, x - 1, p);
+        prev = p.v;
+      }
+    }
+    form::Pairs<O> o;
+    BlockForm::template vblock<O>(a, b, prev, o);
+    Io::store(d, x, o);
+  }
+  return x;
 }
-#endif
-// True when this call may run the 256-bit blocks.
-inline bool allowed() {
+
 #if LUM_SIMD_SSE
-  return useVector() && wide::enabled();
-#else
-  return false;
+// Eight pixels in and sixteen pixels' pairs out, by the 4:2:2 kernel's layouts.
+template <class S, class Dst>
+struct PairIo128 {
+  using Src = S;
+  static void load(const SrcPlanes& s, int x, __m128i* v) {
+    layout::Vx t;
+    Src::load(s, x, t);
+    for (int k = 0; k < 4; ++k) v[k] = t.v[k];
+  }
+  static void store(const DstPlanes& d, int x, const form::Pairs<lanes::Sse>& o) { Dst::store16(d, x, o); }
+};
 #endif
-}
-}  // namespace widen
 
 template <int Cover, class BlockForm, class TailForm, class Src, class Dst>
 struct PairsThenTail {
@@ -129,13 +155,10 @@ struct PairsThenTail {
   }
 
 #if LUM_SIMD_SSE
-  // N = 16 or 8 pixels at x by the block form's vector lanes.
-  template <int N>
-  static void vectorAt(const SrcPlanes& s, const DstPlanes& d, int x) {
-    layout::Vx a, b;
+  // Eight pixels at x by the block form's vector lanes.
+  static void vectorAt8(const SrcPlanes& s, const DstPlanes& d, int x) {
+    layout::Vx a;
     Src::load(s, x, a);
-    if constexpr (N == 16) Src::load(s, x + 8, b);
-    else b = a;  // the upper lanes are computed and dropped
     layout::Px p;
     const int* prev = nullptr;
     if constexpr (BlockForm::kUsesPrev) {
@@ -144,28 +167,20 @@ struct PairsThenTail {
         prev = p.v;
       }
     }
-    form::Pairs16 o;
-    BlockForm::block(a.v, b.v, prev, o);
-    if constexpr (N == 16) Dst::store16(d, x, o);
-    else Dst::store8(d, x, o);
+    form::Pairs<lanes::Sse> o;
+    BlockForm::template vblock<lanes::Sse>(a.v, a.v, prev, o);  // the upper lanes are computed and dropped
+    Dst::store8(d, x, o);
   }
 #endif
 
-  static void row(const SrcPlanes& s, const DstPlanes& d, int width, const RowCtx& = {},
-                  bool wideOn = widen::allowed()) {
+  // The row from pixel x on: x is 0, or where the 256-bit steps stopped.
+  static void rowFrom(const SrcPlanes& s, const DstPlanes& d, int x, int width) {
     const int blockEnd = width & ~(Cover - 1), pairEnd = width & ~1;
-    int x = 0;
-    (void)wideOn;
 #if LUM_SIMD_SSE
-    if constexpr (widen::forwardHas<BlockForm, Src, Dst>) {
-      if (wideOn && (x = blockEnd & ~15) > 0)
-        wide::pairs(widen::Forward<BlockForm>::kForm, wide::Pix(widen::pix<Src>), wide::Pix(widen::pix<Dst>),
-                    widen::rows(s, d), x);
-    }
     if (x < blockEnd && useVector()) {
-      for (; x + 16 <= blockEnd; x += 16) vectorAt<16>(s, d, x);
+      x = pairSteps<lanes::Sse, BlockForm, PairIo128<Src, Dst>>(s, d, x, blockEnd);
       if (x + 8 <= blockEnd) {
-        vectorAt<8>(s, d, x);
+        vectorAt8(s, d, x);
         x += 8;
       }
     }
@@ -174,9 +189,27 @@ struct PairsThenTail {
     for (; x < pairEnd; x += 2) pairAt<TailForm>(s, d, x);
   }
 
-  static void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, const RowCtx& c = {}) {
-    const bool wideOn = widen::allowed();
-    for (int y = 0; y < roi.height; ++y) row(s.row(y), d.row(y), roi.width, c, wideOn);
+  static void row(const SrcPlanes& s, const DstPlanes& d, int width, const RowCtx& = {},
+                  [[maybe_unused]] bool wideOn = useWide()) {
+    int x = 0;
+#if LUM_SIMD_SSE
+    if constexpr (wide422::forwardHas<BlockForm, Src, Dst>) {
+      if (wideOn) x = wide422::pairs<BlockForm, Src, Dst>(s, d, width & ~(Cover - 1));
+    }
+#endif
+    rowFrom(s, d, x, width);
+  }
+
+  static void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, const RowCtx& = {}) {
+#if LUM_SIMD_SSE
+    if constexpr (wide422::forwardHas<BlockForm, Src, Dst>) {
+      if (useWide()) {
+        wide422::image<BlockForm, Src, Dst>(roi, s, d, roi.width & ~(Cover - 1), &rowFrom);
+        return;
+      }
+    }
+#endif
+    for (int y = 0; y < roi.height; ++y) rowFrom(s.row(y), d.row(y), 0, roi.width);
   }
 };
 
@@ -225,34 +258,31 @@ template <int Cover, class BlockForm, class TailForm, class Src, class Dst, Alph
 struct ReplicatedRow {
   using WholePairs = BlockThenTail<Cover, BlockForm, TailForm, Src, Dst, A, A>;
 
-  // What the 256-bit blocks leave of a row: the rest of the whole pairs by the
-  // 128-bit blocks and the tail, then an odd last pixel. Kept out of line so
-  // that the row loop around the wide blocks stays small.
-  [[gnu::noinline]] static void finish(const SrcPlanes& s, const DstPlanes& d, int width, int done,
-                                       const RowCtx& c) {
-    if (const int rest = (width & ~1) - done; rest > 0)
-      WholePairs::row(advancePixels<Src>(s, done), advancePixels<Dst>(d, done), rest, c);
+  // The row from pixel x on (x = 0, or a multiple of 16 inside the block part):
+  // the rest of the whole pairs by the vector blocks and the tail, then an odd
+  // last pixel.
+  static void rowFrom(const SrcPlanes& s, const DstPlanes& d, int x, int width, const RowCtx& c) {
+    if (x < (width & ~1)) WholePairs::rowFrom(s, d, x, width & ~1, c);
     if (width & 1) Odd::template last<TailForm, Src, Dst, A>(s, d, width, c);
   }
-
-  static void row(const SrcPlanes& s, const DstPlanes& d, int width, const RowCtx& c = {},
-                  bool wideOn = widen::allowed()) {
-    // The 256-bit blocks take whole groups of 16 of the block part (a multiple of
-    // Cover), so the rest splits into block and tail where the whole row would.
-    int done = 0;
-    (void)wideOn;
+  // Whole region. The 256-bit blocks take whole groups of 16 of the block part
+  // (a multiple of Cover), so the rest splits into block and tail where the
+  // whole row would.
+  static void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, const RowCtx& c = {},
+                    [[maybe_unused]] bool wideOn = useWide()) {
 #if LUM_SIMD_SSE
-    if constexpr (widen::inverseHas<BlockForm, Src, Dst, A>) {
-      if (wideOn && (done = (width & ~1) & ~(Cover - 1) & ~15) > 0)
-        wide::replicatedIY(widen::Inverse<BlockForm>::kParams, wide::Pix(widen::pix<Src>),
-                           wide::Pix(widen::pix<Dst>), widen::rows(s, d), done, A == Alpha::Aval ? c.aval : 0);
+    if constexpr (wide422::inverseHas<BlockForm, Src, Dst, A>) {
+      if (wideOn) {
+        wide16::image<BlockForm, Src, Dst, A>(roi, s, d, (roi.width & ~1) & ~(Cover - 1), c, &rowFrom);
+        return;
+      }
     }
 #endif
-    if (done < width) finish(s, d, width, done, c);
+    for (int y = 0; y < roi.height; ++y) rowFrom(s.row(y), d.row(y), 0, roi.width, c);
   }
-  static void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d, const RowCtx& c = {}) {
-    const bool wideOn = widen::allowed();
-    for (int y = 0; y < roi.height; ++y) row(s.row(y), d.row(y), roi.width, c, wideOn);
+  static void row(const SrcPlanes& s, const DstPlanes& d, int width, const RowCtx& c = {},
+                  bool wideOn = useWide()) {
+    image(LumSize{width, 1}, s, d, c, wideOn);
   }
 };
 
@@ -267,7 +297,7 @@ inline bool foldDense(LumSize roi, const SrcPlanes& s, const DstPlanes& d) {
   // Beyond INT_MAX pixels one row cannot hold the image: those go row by row.
   if (n < 256 || (roi.width & 1) || n > INT_MAX) return false;
   const int n1 = int(n & ~int64_t(7)), rest = int(n - n1);
-  const bool wideOn = widen::allowed();
+  const bool wideOn = useWide();
   Kernel::row(s, d, n1, RowCtx{}, wideOn);
   if (rest) Kernel::row(advancePixels<Src>(s, n1), advancePixels<Dst>(d, n1), rest, RowCtx{}, wideOn);
   return true;

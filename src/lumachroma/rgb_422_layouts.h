@@ -20,7 +20,7 @@ namespace lum::layout422 {
 using layout::Px;
 #if LUM_SIMD_SSE
 using layout::Vx;
-using form::Pairs16;
+using Pairs16 = form::Pairs<lanes::Sse>;
 
 namespace detail {
 constexpr int8_t Z = -128;  // pshufb: write zero

@@ -52,7 +52,8 @@ void myYUV422ToRGB_8u_C2C3R(LumSize roi, const SrcPlanes& s, const DstPlanes& d)
 // rows width / 2 + (width & 1).
 struct DenseSteps {
   int c3, luma, chroma;
-  explicit DenseSteps(int w) : c3(3 * w), luma(w), chroma(w / 2 + (w & 1)) {}
+  // 3 * w in pointer width; a step beyond int only serves one-row images.
+  explicit DenseSteps(int w) : c3(int(std::ptrdiff_t(3) * w)), luma(w), chroma(w / 2 + (w & 1)) {}
 };
 
 // Null arrays, then size, then the planes inside them. Step arrays are required
