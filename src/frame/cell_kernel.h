@@ -124,7 +124,7 @@ struct CellsForward {
         }
       int c[2];
       F::Chroma::pixel(s, c);
-      Chroma::store(out.chroma, x / Cell::kW, c[0], c[1]);
+      Chroma::put(out.chroma, x / Cell::kW, c[0], c[1]);
     }
   }
 
@@ -143,7 +143,7 @@ struct CellsForward {
         detail::storeLuma16<AlignedLuma>(out.luma[r] + x, _mm_packus_epi16(y0[0], y1[0]));
       } else {
         hi[r] = lo[r];
-        layout::detail::storeBytes<8>(out.luma[r] + x, _mm_packus_epi16(y0[0], y0[0]));
+        pairs::bytes::store<8>(out.luma[r] + x, _mm_packus_epi16(y0[0], y0[0]));
       }
     }
     if constexpr (Cell::kRows == 1) {
@@ -153,7 +153,7 @@ struct CellsForward {
     __m128i s[3], c[2];
     for (int k = 0; k < 3; ++k) s[k] = cellSums<Cell, lanes::Sse>(lo[0].v[k], lo[1].v[k], hi[0].v[k], hi[1].v[k]);
     detail::storedBlock<typename BlockF::Chroma>(s, c);
-    Chroma::template store<Px / Cell::kW>(out.chroma, x / Cell::kW, c[0], c[1]);
+    Chroma::template putLanes<Px / Cell::kW>(out.chroma, x / Cell::kW, c[0], c[1]);
   }
 #endif
 };
@@ -200,7 +200,7 @@ struct CellsInverse {
   static void cells(const CellRowPtrs<const uint8_t>& in, const DstPlanes* rgb, int x0, int x1, const RowCtx& c) {
     for (int x = x0; x < x1; x += Cell::kW) {
       layout::Px px, out;
-      Chroma::load(in.chroma, x / Cell::kW, px.v[1], px.v[2]);
+      Chroma::get(in.chroma, x / Cell::kW, px.v[1], px.v[2]);
       px.v[3] = 0;
       for (int r = 0; r < Cell::kRows; ++r)
         for (int i = 0; i < Cell::kW; ++i) {
@@ -216,7 +216,7 @@ struct CellsInverse {
   template <int Px>
   static void vectorStep(const CellRowPtrs<const uint8_t>& in, const DstPlanes* rgb, int x, const RowCtx& c) {
     __m128i c0, c1;
-    Chroma::template load<Px / Cell::kW>(in.chroma, x / Cell::kW, c0, c1);
+    Chroma::template getLanes<Px / Cell::kW>(in.chroma, x / Cell::kW, c0, c1);
     layout::Vx pin[2], out;
     detail::spreadCells<Cell>(c0, pin[0].v[1], pin[1].v[1]);
     detail::spreadCells<Cell>(c1, pin[0].v[2], pin[1].v[2]);
@@ -227,7 +227,7 @@ struct CellsInverse {
         pin[0].v[0] = _mm_cvtepu8_epi16(y);
         pin[1].v[0] = _mm_cvtepu8_epi16(_mm_srli_si128(y, 8));
       } else {
-        pin[0].v[0] = _mm_cvtepu8_epi16(layout::detail::loadBytes<8>(in.luma[r] + x));
+        pin[0].v[0] = _mm_cvtepu8_epi16(pairs::bytes::load<8>(in.luma[r] + x));
       }
       for (int h = 0; h < Px / 8; ++h) {
         detail::storedBlock<BlockF>(pin[h].v, out.v);

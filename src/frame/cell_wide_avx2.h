@@ -15,6 +15,7 @@
 #endif
 
 #include "frame/cell_layouts.h"
+#include "frame/pair_layouts_avx2.h"
 #include "frame/cell_wide.h"
 #include "frame/lanes_avx2.h"
 #include "frame/layouts.h"
@@ -124,56 +125,6 @@ struct Layout<layout::C4<I0, I1, I2>> {
 
 // ---- cells -------------------------------------------------------------------
 
-// Chroma of the cells of a step, as cellSums leaves them: 16 cells in order
-// (2x2), or 8 (4x1) in lanes 0..3 and 8..11.
-template <class Cell, class Chroma>
-struct CellChroma;
-
-template <>
-struct CellChroma<Cell420, layout::ChromaPlanes> {
-  static void store(uint8_t* const c[2], int cx, W c0, W c1) {
-    const W t = _mm256_permute4x64_epi64(_mm256_packus_epi16(c0, c1), 0xD8);  // c0 cells 0..15, c1 cells 0..15
-    store16(c[0] + cx, lo128(t));
-    store16(c[1] + cx, hi128(t));
-  }
-  static void load(const uint8_t* const c[2], int cx, W& c0, W& c1) {
-    c0 = _mm256_cvtepu8_epi16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(c[0] + cx)));
-    c1 = _mm256_cvtepu8_epi16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(c[1] + cx)));
-  }
-};
-
-template <int First>
-struct CellChroma<Cell420, layout::ChromaPairs<First>> {
-  static void store(uint8_t* const c[2], int cx, W c0, W c1) {
-    const W a = _mm256_packus_epi16(c0, c0), b = _mm256_packus_epi16(c1, c1);
-    store32(c[0] + 2 * cx, First ? _mm256_unpacklo_epi8(b, a) : _mm256_unpacklo_epi8(a, b));
-  }
-  static void load(const uint8_t* const c[2], int cx, W& c0, W& c1) {
-    const W v = _mm256_loadu_si256(reinterpret_cast<const W*>(c[0] + 2 * cx));
-    const W even = _mm256_and_si256(v, _mm256_set1_epi16(0xFF)), odd = _mm256_srli_epi16(v, 8);
-    c0 = First ? odd : even;
-    c1 = First ? even : odd;
-  }
-};
-
-template <>
-struct CellChroma<Cell411, layout::ChromaPlanes> {
-  static void store(uint8_t* const c[2], int cx, W c0, W c1) {
-    // Bytes of cells 0..3 of c0 and c1 in dwords 0 and 2, cells 4..7 in 4 and 6.
-    const W t = _mm256_permutevar8x32_epi32(_mm256_packus_epi16(c0, c1), _mm256_setr_epi32(0, 4, 2, 6, 1, 3, 5, 7));
-    const __m128i l = lo128(t);
-    store8(c[0] + cx, l);
-    store8(c[1] + cx, _mm_srli_si128(l, 8));
-  }
-  // Eight cells as cells 0..3 in the low half, 4..7 in the high half.
-  static void load(const uint8_t* const c[2], int cx, W& c0, W& c1) {
-    c0 = _mm256_permute4x64_epi64(_mm256_cvtepu8_epi16(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(c[0] + cx))),
-                                  0xD8);
-    c1 = _mm256_permute4x64_epi64(_mm256_cvtepu8_epi16(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(c[1] + cx))),
-                                  0xD8);
-  }
-};
-
 // Chroma lanes of the cells spread over the lanes of their pixels, groups A and B.
 template <class Cell>
 inline void spread(W c, W& a, W& b) {
@@ -203,7 +154,7 @@ int WideForward<Cell, BlockF, Src, Chroma>::run(const SrcPlanes* rgb, const Cell
   using namespace wide;
   const uint8_t* const src[2] = {rgb[0].p[0], rgb[Cell::kRows - 1].p[0]};
   uint8_t* const luma[2] = {out.luma[0], out.luma[1]};
-  uint8_t* const chroma[2] = {out.chroma[0], out.chroma[1]};
+  const DstPlanes chroma = out.chroma;
   for (; x + 32 <= end; x += 32) {
     Wx a[2], b[2];
     for (int r = 0; r < Cell::kRows; ++r) {
@@ -221,7 +172,7 @@ int WideForward<Cell, BlockF, Src, Chroma>::run(const SrcPlanes* rgb, const Cell
     W s[3], c[2];
     for (int k = 0; k < 3; ++k) s[k] = cellSums<Cell, lanes::Avx2>(a[0].v[k], a[1].v[k], b[0].v[k], b[1].v[k]);
     WideForm<typename BlockF::Chroma>::block(s, c);
-    CellChroma<Cell, Chroma>::store(chroma, x / Cell::kW, c[0], c[1]);
+    pairs::Side32<Chroma>::template putLanes<32 / Cell::kW>(chroma, x / Cell::kW, c[0], c[1]);
   }
   return x;
 }
@@ -231,12 +182,12 @@ int WideInverse<Cell, BlockF, Chroma, Dst, A>::run(const CellRowPtrs<const uint8
                                                    int end, const RowCtx& c) {
   using namespace wide;
   const uint8_t* const luma[2] = {in.luma[0], in.luma[1]};
-  const uint8_t* const chroma[2] = {in.chroma[0], in.chroma[1]};
+  const SrcPlanes chroma = in.chroma;
   uint8_t* const dst[2] = {rgb[0].p[0], rgb[Cell::kRows - 1].p[0]};
   const W z = _mm256_setzero_si256(), alpha = alphaLanes<A>(c);
   for (; x + 32 <= end; x += 32) {
     W c0, c1;
-    CellChroma<Cell, Chroma>::load(chroma, x / Cell::kW, c0, c1);
+    pairs::Side32<Chroma>::template getLanes<32 / Cell::kW>(chroma, x / Cell::kW, c0, c1);
     Wx a, b, out;
     spread<Cell>(c0, a.v[1], b.v[1]);
     spread<Cell>(c1, a.v[2], b.v[2]);

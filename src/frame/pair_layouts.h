@@ -38,7 +38,8 @@ struct Pair16 {
 
 namespace bytes {
 
-// N bytes at p into the low bytes of a register (N = 4, 8 or 16).
+// N bytes at p into the low bytes of a register, the rest zero (N = 2, 4, 8
+// or 16).
 template <int N, bool Aligned = false>
 inline __m128i load(const uint8_t* p) {
   if constexpr (N == 16) {
@@ -46,10 +47,14 @@ inline __m128i load(const uint8_t* p) {
     else return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
   } else if constexpr (N == 8) {
     return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(p));
-  } else {
-    static_assert(N == 4);
+  } else if constexpr (N == 4) {
     int32_t v;
     std::memcpy(&v, p, 4);
+    return _mm_cvtsi32_si128(v);
+  } else {
+    static_assert(N == 2);
+    uint16_t v;
+    std::memcpy(&v, p, 2);
     return _mm_cvtsi32_si128(v);
   }
 }
@@ -63,10 +68,13 @@ inline void store(uint8_t* p, __m128i v) {
     else _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v);
   } else if constexpr (N == 8) {
     _mm_storel_epi64(reinterpret_cast<__m128i*>(p), v);
-  } else {
-    static_assert(N == 4);
+  } else if constexpr (N == 4) {
     const int32_t x = _mm_cvtsi128_si32(v);
     std::memcpy(p, &x, 4);
+  } else {
+    static_assert(N == 2);
+    const uint16_t x = uint16_t(_mm_cvtsi128_si32(v));
+    std::memcpy(p, &x, 2);
   }
 }
 // Even bytes of a in the low half, odd bytes in the high half.
@@ -180,6 +188,18 @@ struct CbCrPlanes {
       bytes::store<4>(d.p[2] + j, _mm_srli_si128(v, 8));
     }
   }
+  // N samples (N = 2, 4 or 8) from j as 16-bit lanes 0..N-1 of cb and cr.
+  template <int N>
+  static void getLanes(const SrcPlanes& s, int j, __m128i& cb, __m128i& cr) {
+    cb = _mm_cvtepu8_epi16(bytes::load<N>(s.p[1] + j));
+    cr = _mm_cvtepu8_epi16(bytes::load<N>(s.p[2] + j));
+  }
+  // Lanes 0..N-1 (0..255) of cb and cr as N samples from j; nothing else written.
+  template <int N>
+  static void putLanes(const DstPlanes& d, int j, __m128i cb, __m128i cr) {
+    bytes::store<N>(d.p[1] + j, _mm_packus_epi16(cb, cb));
+    bytes::store<N>(d.p[2] + j, _mm_packus_epi16(cr, cr));
+  }
 #endif
 };
 
@@ -224,6 +244,21 @@ struct CbCrPairs {
     const __m128i a = CrFirst ? cr : cb, b = CrFirst ? cb : cr;
     bytes::store<16>(p, _mm_unpacklo_epi8(a, b));
     bytes::store<16>(p + 16, _mm_unpackhi_epi8(a, b));
+  }
+  // N pairs (N = 4 or 8) from j as 16-bit lanes 0..N-1 of cb and cr.
+  template <int N>
+  static void getLanes(const SrcPlanes& s, int j, __m128i& cb, __m128i& cr) {
+    const __m128i v = bytes::load<2 * N>(s.p[1] + 2 * j);
+    const __m128i even = _mm_and_si128(v, _mm_set1_epi16(0xFF));
+    const __m128i odd = _mm_srli_epi16(v, 8);
+    cb = CrFirst ? odd : even;
+    cr = CrFirst ? even : odd;
+  }
+  // Lanes 0..N-1 (0..255) of cb and cr as N pairs from j; nothing else written.
+  template <int N>
+  static void putLanes(const DstPlanes& d, int j, __m128i cb, __m128i cr) {
+    const __m128i a = _mm_packus_epi16(cb, cb), b = _mm_packus_epi16(cr, cr);
+    bytes::store<2 * N>(d.p[1] + 2 * j, CrFirst ? _mm_unpacklo_epi8(b, a) : _mm_unpacklo_epi8(a, b));
   }
 #endif
 };

@@ -128,6 +128,37 @@ struct Side32<CbCrPlanes> {
     bytes256::store<false>(d.p[1] + j, cb);
     bytes256::store<false>(d.p[2] + j, cr);
   }
+  // N samples from j as 16-bit lanes of cb and cr: N = 16 in lanes 0..15, N = 8
+  // in lanes 0..3 and 8..11 (four in the low quarter of each 128-bit half).
+  template <int N>
+  static void getLanes(const SrcPlanes& s, int j, V& cb, V& cr) {
+    using namespace bytes256;
+    if constexpr (N == 16) {
+      cb = _mm256_cvtepu8_epi16(load16(s.p[1] + j));
+      cr = _mm256_cvtepu8_epi16(load16(s.p[2] + j));
+    } else {
+      static_assert(N == 8);
+      cb = q0213(_mm256_cvtepu8_epi16(load8(s.p[1] + j)));
+      cr = q0213(_mm256_cvtepu8_epi16(load8(s.p[2] + j)));
+    }
+  }
+  // The lanes of getLanes (0..255) as N samples from j; nothing else written.
+  template <int N>
+  static void putLanes(const DstPlanes& d, int j, V cb, V cr) {
+    using namespace bytes256;
+    if constexpr (N == 16) {
+      const V t = q0213(_mm256_packus_epi16(cb, cr));  // Cb x16, Cr x16
+      store16(d.p[1] + j, _mm256_castsi256_si128(t));
+      store16(d.p[2] + j, _mm256_extracti128_si256(t, 1));
+    } else {
+      static_assert(N == 8);
+      // Cb samples 0..3 and 4..7 in dwords 0 and 1, Cr in dwords 2 and 3.
+      const V t = _mm256_permutevar8x32_epi32(_mm256_packus_epi16(cb, cr), _mm256_setr_epi32(0, 4, 2, 6, 1, 3, 5, 7));
+      const __m128i l = _mm256_castsi256_si128(t);
+      store8(d.p[1] + j, l);
+      store8(d.p[2] + j, _mm_srli_si128(l, 8));
+    }
+  }
 };
 
 template <bool CrFirst>
@@ -174,6 +205,22 @@ struct Side32<CbCrPairs<CrFirst>> {
     uint8_t* p = d.p[1] + 2 * j;
     store<false>(p, _mm256_permute2x128_si256(lo, hi, 0x20));
     store<false>(p + 32, _mm256_permute2x128_si256(lo, hi, 0x31));
+  }
+  // 16 pairs from j as 16-bit lanes 0..15 of cb and cr.
+  template <int N>
+  static void getLanes(const SrcPlanes& s, int j, V& cb, V& cr) {
+    static_assert(N == 16);
+    const V v = bytes256::load(s.p[1] + 2 * j);
+    const V even = _mm256_and_si256(v, _mm256_set1_epi16(0xFF)), odd = _mm256_srli_epi16(v, 8);
+    cb = CrFirst ? odd : even;
+    cr = CrFirst ? even : odd;
+  }
+  // Lanes 0..15 (0..255) of cb and cr as 16 pairs from j.
+  template <int N>
+  static void putLanes(const DstPlanes& d, int j, V cb, V cr) {
+    static_assert(N == 16);
+    const V a = _mm256_packus_epi16(cb, cb), b = _mm256_packus_epi16(cr, cr);
+    bytes256::store<false>(d.p[1] + 2 * j, CrFirst ? _mm256_unpacklo_epi8(b, a) : _mm256_unpacklo_epi8(a, b));
   }
 };
 

@@ -54,12 +54,12 @@ inline void forEachRowPair(int height, Fn&& fn) {
 }
 
 // Row pointers of one cell row of a luma-chroma image: its luma rows (the second
-// equals the first for one-row cells), and the row of each chroma plane (only
-// chroma[0] for pair-interleaved chroma).
+// equals the first for one-row cells), and its chroma rows as planes 1 and 2
+// (plane 2 null for pair-interleaved chroma).
 template <class T>
 struct CellRowPtrs {
   T* luma[2];
-  T* chroma[2];
+  Planes<T> chroma;
 };
 
 // The cell row at pixel row y, chroma row cy, of an image held as plane 0 = luma,
@@ -69,8 +69,8 @@ inline CellRowPtrs<T> cellRow(const Planes<T>& img, int y, int cy) {
   CellRowPtrs<T> r;
   r.luma[0] = rowAt(img.p[0], y, img.step[0]);
   r.luma[1] = rowAt(img.p[0], y + Cell::kRows - 1, img.step[0]);
-  r.chroma[0] = rowAt(img.p[1], cy, img.step[1]);
-  r.chroma[1] = img.p[2] ? rowAt(img.p[2], cy, img.step[2]) : nullptr;
+  r.chroma.p[1] = rowAt(img.p[1], cy, img.step[1]);
+  r.chroma.p[2] = img.p[2] ? rowAt(img.p[2], cy, img.step[2]) : nullptr;
   return r;
 }
 
