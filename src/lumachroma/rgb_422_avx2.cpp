@@ -20,7 +20,7 @@ namespace K = lum::layout422;
                                                         const RowCtx&, wide16::RowRest)
 
 using FY1FC1 = PairForm<FY1, FC1>;
-using AlignedCbYCr422 = K::C2<false, true, true>;
+using K::AlignedCbYCr422;
 
 // RGB -> 4:2:2
 LUM_WIDE_PAIRS(FY1FC1, L::RGB, K::YCbCr422);

@@ -20,7 +20,7 @@ using PairMean = PairsThenTail<Cover, PairForm<FY1, FC1>, Tail, Src, Dst>;
 template <class Dst>
 using BGRToCbYCr422AC4 = PairsThenTail<8, PairHighMul, TC1Y3, L::BGRA, Dst>;
 // myAlBGRToCbYCr422_8u_AC4C2R: the same kernel with aligned packed stores.
-using myAlBGRToCbYCr422_8u_AC4C2R = BGRToCbYCr422AC4<K::C2<false, true, true>>;
+using myAlBGRToCbYCr422_8u_AC4C2R = BGRToCbYCr422AC4<K::AlignedCbYCr422>;
 using myBGRToCbYCr422_8u_AC4C2R = BGRToCbYCr422AC4<K::CbYCr422>;
 
 }  // namespace

@@ -24,7 +24,7 @@ using ByIY4 = ReplicatedRow<8, IY4, Tail, Src, Dst, A, OddHalfPair<Guard::Exact>
 // myCbYCr422ToBGR_8u_C2AC4R: IY2 on every pixel, eight a step, then pair by pair.
 template <class Src>
 using CbYCr422ToBGRA = ReplicatedRow<8, IY2, IY2, Src, L::BGRA, Alpha::Aval, OddHalfPair<Guard::Exact>>;
-using myAlCbYCr422ToBGR_8u_C2AC4R = CbYCr422ToBGRA<K::C2<false, true, true>>;
+using myAlCbYCr422ToBGR_8u_C2AC4R = CbYCr422ToBGRA<K::AlignedCbYCr422>;
 using myCbYCr422ToBGR_8u_C2AC4R = CbYCr422ToBGRA<K::CbYCr422>;
 
 }  // namespace

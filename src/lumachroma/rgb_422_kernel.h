@@ -50,7 +50,7 @@ inline Planes<T> advancePixels(Planes<T> p, int x) {
 // so the forms fall on the same pixels whichever ran.
 namespace wide422 {
 template <class L> inline constexpr bool isPairs = false;
-template <bool F, bool C, bool A> inline constexpr bool isPairs<layout422::C2<F, C, A>> = true;
+template <class P, bool A> inline constexpr bool isPairs<layout422::C2<P, A>> = true;
 template <> inline constexpr bool isPairs<layout422::P3h> = true;
 template <class L> inline constexpr bool isPixels3 = false;
 template <> inline constexpr bool isPixels3<layout::RGB> = true;

@@ -1,5 +1,6 @@
-// Memory layouts of 4:2:2 images, in which a pixel pair shares one Cb and one Cr:
-// packed C2 in its three byte orders and planar P3 with half-width chroma planes.
+// The 4:2:2 layouts of pair_layouts.h (a pixel pair shares one Cb and one Cr)
+// as the RGB kernels see them: packed C2 in its three byte orders and planar P3
+// with half-width chroma planes.
 //
 // As a destination (forward conversions) a layout stores whole pairs: storePair
 // takes Y0, Y1, Cb, Cr; store16 / store8 take a vector block of sixteen or eight
@@ -10,9 +11,9 @@
 #pragma once
 
 #include <cstdint>
-#include <cstring>
 
 #include "frame/layouts.h"
+#include "frame/pair_layouts.h"
 #include "lumachroma/forms_422.h"
 
 namespace lum::layout422 {
@@ -24,19 +25,6 @@ using Pairs16 = form::Pairs<lanes::Sse>;
 
 namespace detail {
 constexpr int8_t Z = -128;  // pshufb: write zero
-inline __m128i loadu(const uint8_t* p) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)); }
-inline __m128i loada(const uint8_t* p) { return _mm_load_si128(reinterpret_cast<const __m128i*>(p)); }
-inline void storeu(uint8_t* p, __m128i v) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v); }
-inline void storea(uint8_t* p, __m128i v) { _mm_store_si128(reinterpret_cast<__m128i*>(p), v); }
-inline __m128i load4(const uint8_t* p) {
-  int32_t v;
-  std::memcpy(&v, p, 4);
-  return _mm_cvtsi32_si128(v);
-}
-inline void store4(uint8_t* p, __m128i v) {
-  const int32_t w = _mm_cvtsi128_si32(v);
-  std::memcpy(p, &w, 4);
-}
 // 16-bit lanes (0..255) to bytes in the low half.
 inline __m128i narrow(__m128i v) { return _mm_packus_epi16(v, v); }
 // Four chroma bytes as eight 16-bit lanes, each sample twice: the chroma of the
@@ -47,18 +35,19 @@ inline __m128i replicate4(__m128i v) {
 }  // namespace detail
 #endif
 
-// Packed 4:2:2, four bytes a pair. LumaFirst: Y0 C Y1 C (else C Y0 C Y1);
-// CbFirst: the pair's first chroma byte is Cb (else Cr). Aligned: the twin that
-// uses aligned vector loads and stores, for calls whose pointers and steps are
-// all multiples of 16.
-template <bool LumaFirst, bool CbFirst, bool Aligned = false>
+// Packed 4:2:2, four bytes a pair, in the byte order of the pair layout P (a
+// pairs::Packed). Aligned: the twin that uses aligned vector loads and stores,
+// for calls whose pointers and steps are all multiples of 16.
+template <class P, bool Aligned = false>
 struct C2 {
-  static constexpr int kY0 = LumaFirst ? 0 : 1;
-  static constexpr int kY1 = kY0 + 2;
-  static constexpr int kC0 = LumaFirst ? 1 : 0;  // first chroma byte
-  static constexpr int kC1 = kC0 + 2;            // second chroma byte
-  static constexpr int kCb = CbFirst ? kC0 : kC1;
-  static constexpr int kCr = CbFirst ? kC1 : kC0;
+  static constexpr int kY0 = P::kY0;
+  static constexpr int kY1 = P::kY1;
+  static constexpr int kCb = P::kCb;
+  static constexpr int kCr = P::kCr;
+  static constexpr bool kLumaFirst = kY0 == 0;
+  static constexpr bool kCbFirst = kCb < kCr;
+  static constexpr int kC0 = kLumaFirst ? 1 : 0;  // first chroma byte
+  static constexpr int kC1 = kC0 + 2;             // second chroma byte
 
   static const uint8_t* pairAt(const uint8_t* row, int x) { return row + 2 * (x & ~1); }
 
@@ -74,20 +63,17 @@ struct C2 {
   // pair (x even, the last pixel).
   static void loadHalf(const SrcPlanes& s, int x, int& y, int& c0) {
     const uint8_t* p = s.p[0] + 2 * x;
-    y = p[LumaFirst ? 0 : 1];
-    c0 = p[LumaFirst ? 1 : 0];
+    y = p[kY0];
+    c0 = p[kC0];
   }
   // Byte offset, from the half pair, of the second chroma of the pair to its left.
   static constexpr int kLeftC1 = kC1 - 4;
   // Channel (1 = Cb, 2 = Cr) of the first chroma byte.
-  static constexpr int kFirstChannel = CbFirst ? 1 : 2;
+  static constexpr int kFirstChannel = kCbFirst ? 1 : 2;
 
 #if LUM_SIMD_SSE
-  static __m128i in(const uint8_t* p) { return Aligned ? detail::loada(p) : detail::loadu(p); }
-  static void out(uint8_t* p, __m128i v) {
-    if constexpr (Aligned) detail::storea(p, v);
-    else detail::storeu(p, v);
-  }
+  static __m128i in(const uint8_t* p) { return pairs::bytes::load<16, Aligned>(p); }
+  static void out(uint8_t* p, __m128i v) { pairs::bytes::store<16, Aligned>(p, v); }
   // Eight pixels (16 bytes) as Y, Cb, Cr lanes with the chroma of each pair twice.
   static void load(const SrcPlanes& s, int x, Vx& o) {
     using detail::Z;
@@ -104,21 +90,15 @@ struct C2 {
 #endif
 
   // --- as a destination: pair at pixel x (even)
-  static void storePair(const DstPlanes& d, int x, const int* o) {
-    uint8_t* p = d.p[0] + 2 * x;
-    p[kY0] = uint8_t(o[0]);
-    p[kY1] = uint8_t(o[1]);
-    p[kCb] = uint8_t(o[2]);
-    p[kCr] = uint8_t(o[3]);
-  }
+  static void storePair(const DstPlanes& d, int x, const int* o) { P::store(d, x, pairs::Pair{o[0], o[1], o[2], o[3]}); }
 #if LUM_SIMD_SSE
   // Bytes of the pairs' chroma in memory order, first chroma then second.
   static __m128i chromaBytes(const Pairs16& o) {
     const __m128i cb = detail::narrow(o.cb), cr = detail::narrow(o.cr);
-    return CbFirst ? _mm_unpacklo_epi8(cb, cr) : _mm_unpacklo_epi8(cr, cb);
+    return kCbFirst ? _mm_unpacklo_epi8(cb, cr) : _mm_unpacklo_epi8(cr, cb);
   }
-  static __m128i lo(__m128i y, __m128i c) { return LumaFirst ? _mm_unpacklo_epi8(y, c) : _mm_unpacklo_epi8(c, y); }
-  static __m128i hi(__m128i y, __m128i c) { return LumaFirst ? _mm_unpackhi_epi8(y, c) : _mm_unpackhi_epi8(c, y); }
+  static __m128i lo(__m128i y, __m128i c) { return kLumaFirst ? _mm_unpacklo_epi8(y, c) : _mm_unpacklo_epi8(c, y); }
+  static __m128i hi(__m128i y, __m128i c) { return kLumaFirst ? _mm_unpackhi_epi8(y, c) : _mm_unpackhi_epi8(c, y); }
   static void store16(const DstPlanes& d, int x, const Pairs16& o) {
     const __m128i y = _mm_packus_epi16(o.y[0], o.y[1]), c = chromaBytes(o);
     out(d.p[0] + 2 * x, lo(y, c));
@@ -138,37 +118,34 @@ struct C2 {
   }
 };
 
-// Y, Cb, Cr planes; chroma planes have one sample per pair (x / 2).
+// Y, Cb, Cr planes (pairs::PlanarRow); chroma planes have one sample per pair (x / 2).
 struct P3h {
+  using Side = pairs::CbCrPlanes;
   static void load(const SrcPlanes& s, int x, Px& o) {
     o.v[0] = s.p[0][x];
-    o.v[1] = s.p[1][x >> 1];
-    o.v[2] = s.p[2][x >> 1];
+    Side::get(s, x >> 1, o.v[1], o.v[2]);
     o.v[3] = 0;
   }
   static void storePair(const DstPlanes& d, int x, const int* o) {
-    d.p[0][x] = uint8_t(o[0]);
-    d.p[0][x + 1] = uint8_t(o[1]);
-    d.p[1][x >> 1] = uint8_t(o[2]);
-    d.p[2][x >> 1] = uint8_t(o[3]);
+    pairs::PlanarRow::store(d, x, pairs::Pair{o[0], o[1], o[2], o[3]});
   }
 #if LUM_SIMD_SSE
   // Eight pixels: eight luma bytes and four bytes of each chroma plane.
   static void load(const SrcPlanes& s, int x, Vx& o) {
-    o.v[0] = _mm_cvtepu8_epi16(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(s.p[0] + x)));
-    o.v[1] = detail::replicate4(detail::load4(s.p[1] + (x >> 1)));
-    o.v[2] = detail::replicate4(detail::load4(s.p[2] + (x >> 1)));
+    __m128i cb, cr;
+    Side::get<4>(s, x >> 1, cb, cr);
+    o.v[0] = _mm_cvtepu8_epi16(pairs::bytes::load<8>(s.p[0] + x));
+    o.v[1] = detail::replicate4(cb);
+    o.v[2] = detail::replicate4(cr);
     o.v[3] = _mm_setzero_si128();
   }
   static void store16(const DstPlanes& d, int x, const Pairs16& o) {
-    detail::storeu(d.p[0] + x, _mm_packus_epi16(o.y[0], o.y[1]));
-    _mm_storel_epi64(reinterpret_cast<__m128i*>(d.p[1] + (x >> 1)), detail::narrow(o.cb));
-    _mm_storel_epi64(reinterpret_cast<__m128i*>(d.p[2] + (x >> 1)), detail::narrow(o.cr));
+    pairs::bytes::store<16>(d.p[0] + x, _mm_packus_epi16(o.y[0], o.y[1]));
+    Side::putLanes<8>(d, x >> 1, o.cb, o.cr);
   }
   static void store8(const DstPlanes& d, int x, const Pairs16& o) {
-    _mm_storel_epi64(reinterpret_cast<__m128i*>(d.p[0] + x), detail::narrow(o.y[0]));
-    detail::store4(d.p[1] + (x >> 1), detail::narrow(o.cb));
-    detail::store4(d.p[2] + (x >> 1), detail::narrow(o.cr));
+    pairs::bytes::store<8>(d.p[0] + x, detail::narrow(o.y[0]));
+    Side::putLanes<4>(d, x >> 1, o.cb, o.cr);
   }
 #endif
   template <class T>
@@ -180,8 +157,9 @@ struct P3h {
   }
 };
 
-using YCbCr422 = C2<true, true>;   // Y0 Cb Y1 Cr (also Y0 U Y1 V)
-using CbYCr422 = C2<false, true>;  // Cb Y0 Cr Y1
-using YCrCb422 = C2<true, false>;  // Y0 Cr Y1 Cb
+using YCbCr422 = C2<pairs::YUY2>;         // Y0 Cb Y1 Cr (also Y0 U Y1 V)
+using CbYCr422 = C2<pairs::UYVY>;         // Cb Y0 Cr Y1
+using YCrCb422 = C2<pairs::YVYU>;         // Y0 Cr Y1 Cb
+using AlignedCbYCr422 = C2<pairs::UYVY, true>;  // CbYCr422 with aligned vector moves
 
 }  // namespace lum::layout422

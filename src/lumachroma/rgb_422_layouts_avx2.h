@@ -19,9 +19,9 @@ namespace lum::layout16 {
 namespace {
 
 // Sixteen pixels of packed 4:2:2 (32 bytes) as Y, Cb, Cr lanes.
-template <bool LumaFirst, bool CbFirst, bool Aligned>
-struct Of<layout422::C2<LumaFirst, CbFirst, Aligned>> {
-  using L = layout422::C2<LumaFirst, CbFirst, Aligned>;
+template <class P, bool Aligned>
+struct Of<layout422::C2<P, Aligned>> {
+  using L = layout422::C2<P, Aligned>;
   static constexpr bool kStoresQuads = false;
   template <Order Ord, bool Alpha, bool High>
   static void load(const SrcPlanes& s, int x, V o[4]) {
@@ -74,13 +74,14 @@ inline V lumaBytes(V ya, V yb) {
     return _mm256_permute4x64_epi64(y, 0xD8);
 }
 
-template <bool LumaFirst, bool CbFirst, bool Aligned>
-struct PairsOf<layout422::C2<LumaFirst, CbFirst, Aligned>> {
+template <class P, bool Aligned>
+struct PairsOf<layout422::C2<P, Aligned>> {
+  using L = layout422::C2<P, Aligned>;
   template <Order Ord>
   static void store(const DstPlanes& d, int x, const form::Pairs<lanes::Avx2>& o) {
     uint8_t* p = d.p[0] + 2 * x;
     const V y = lumaBytes<Ord>(o.y[0], o.y[1]);  // pixels 0..15 | 16..31
-    const V cc = CbFirst ? _mm256_packus_epi16(o.cb, o.cr) : _mm256_packus_epi16(o.cr, o.cb);
+    const V cc = L::kCbFirst ? _mm256_packus_epi16(o.cb, o.cr) : _mm256_packus_epi16(o.cr, o.cb);
     V c = _mm256_unpacklo_epi8(cc, _mm256_srli_si256(cc, 8));  // chroma byte pairs, per half
     // Natural: pairs 0..3, 8..11 | 4..7, 12..15 in quads of bytes; Quads: pairs
     // (0 1)(4 5)(8 9)(12 13) | (2 3)(6 7)(10 11)(14 15) in dwords.
@@ -88,8 +89,8 @@ struct PairsOf<layout422::C2<LumaFirst, CbFirst, Aligned>> {
       c = _mm256_permutevar8x32_epi32(c, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7));
     else
       c = _mm256_permute4x64_epi64(c, 0xD8);
-    const V lo = LumaFirst ? _mm256_unpacklo_epi8(y, c) : _mm256_unpacklo_epi8(c, y);
-    const V hi = LumaFirst ? _mm256_unpackhi_epi8(y, c) : _mm256_unpackhi_epi8(c, y);
+    const V lo = L::kLumaFirst ? _mm256_unpacklo_epi8(y, c) : _mm256_unpacklo_epi8(c, y);
+    const V hi = L::kLumaFirst ? _mm256_unpackhi_epi8(y, c) : _mm256_unpackhi_epi8(c, y);
     _mm256_storeu_si256(reinterpret_cast<V*>(p), _mm256_permute2x128_si256(lo, hi, 0x20));
     _mm256_storeu_si256(reinterpret_cast<V*>(p + 32), _mm256_permute2x128_si256(lo, hi, 0x31));
   }
