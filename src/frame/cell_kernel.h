@@ -36,37 +36,120 @@ struct NoLadder {
   static constexpr int end(int) { return 0; }
 };
 
+// The block steps of the cell kernels, written once over a lane set O and run
+// at 128 bits (lanes::Sse) and, in the *_avx2.cpp files, at 256 bits. A step
+// covers 2 * O::kLanes pixels of each row of the cell row from x, as two groups
+// a (at x) and b (at x + 8) of eight pixels per 128-bit half; Io is the layout
+// adaptor of the width:
+//   load(row, x, v)          a group of RGB pixels as channel lanes,
+//   store<WriteAlpha>(row, x, v)  a group of channel lanes as RGB pixels,
+//   storeLuma(p, ya, yb)     the lumas of a and b as bytes in pixel order,
+//   lumaLanes(p, a, b)       the step's luma bytes as the lanes of a and b,
+//   putChroma / getChroma    the chroma of the step's cells, in the lane order
+//                            cellSums leaves them,
+//   spread(c, a, b)          cell lanes over the lanes of their pixels in a and b.
+// Each returns the pixel where its steps stop.
+template <class O, class Cell, class BlockF, class Io>
+inline int cellForwardSteps(const SrcPlanes* rgb, const CellRowPtrs<uint8_t>& out, int x, int end) {
+  using V = typename O::V;
+  constexpr int kStep = 2 * O::kLanes;
+  // Local copies: the byte stores could otherwise alias the row pointers, which
+  // the compiler would then load again at every store.
+  const SrcPlanes src[2] = {rgb[0], rgb[Cell::kRows - 1]};
+  uint8_t* const luma[2] = {out.luma[0], out.luma[1]};
+  const DstPlanes chroma = out.chroma;
+  for (; x + kStep <= end; x += kStep) {
+    V a[2][4], b[2][4];
+    for (int r = 0; r < Cell::kRows; ++r) {
+      V ya[3], yb[3];
+      Io::load(src[r], x, a[r]);
+      Io::load(src[r], x + 8, b[r]);
+      BlockF::Luma::template vblock<O>(a[r], ya);
+      BlockF::Luma::template vblock<O>(b[r], yb);
+      Io::storeLuma(luma[r] + x, ya[0], yb[0]);
+    }
+    constexpr int r1 = Cell::kRows - 1;
+    V s[3], c[2];
+    for (int k = 0; k < 3; ++k) s[k] = cellSums<Cell, O>(a[0][k], a[r1][k], b[0][k], b[r1][k]);
+    BlockF::Chroma::template vblock<O>(s, c);
+    Io::putChroma(chroma, x / Cell::kW, c[0], c[1]);
+  }
+  return x;
+}
+
+// Every stored output narrows with unsigned saturation, which is clamp8, so the
+// vblock lanes (clamp8 left to the store) give the bytes of the scalar rule.
+template <class O, class Cell, class BlockF, Alpha A, class Io>
+inline int cellInverseSteps(const CellRowPtrs<const uint8_t>& in, const DstPlanes* rgb, int x, int end,
+                            const RowCtx& ctx) {
+  static_assert(A != Alpha::Source, "the cells have no source alpha");
+  using V = typename O::V;
+  constexpr int kStep = 2 * O::kLanes;
+  const uint8_t* const luma[2] = {in.luma[0], in.luma[1]};
+  const SrcPlanes chroma = in.chroma;
+  const DstPlanes dst[2] = {rgb[0], rgb[Cell::kRows - 1]};
+  const V alpha = A == Alpha::Aval ? O::set(ctx.aval) : O::zero();
+  for (; x + kStep <= end; x += kStep) {
+    V c0, c1, a[4], b[4], out[4];
+    Io::getChroma(chroma, x / Cell::kW, c0, c1);
+    Io::spread(c0, a[1], b[1]);
+    Io::spread(c1, a[2], b[2]);
+    a[3] = b[3] = O::zero();
+    for (int r = 0; r < Cell::kRows; ++r) {
+      Io::lumaLanes(luma[r] + x, a[0], b[0]);
+      BlockF::template vblock<O>(a, out);
+      out[3] = alpha;
+      Io::template store<A != Alpha::Keep>(dst[r], x, out);
+      BlockF::template vblock<O>(b, out);
+      out[3] = alpha;
+      Io::template store<A != Alpha::Keep>(dst[r], x + 8, out);
+    }
+  }
+  return x;
+}
+
 #if LUM_SIMD_SSE
 namespace detail {
-// Chroma lanes of cells spread over the lanes of their pixels: lo for pixels 0..7,
-// hi for pixels 8..15 of the cells in c.
-template <class Cell>
-inline void spreadCells(__m128i c, __m128i& lo, __m128i& hi) {
-  if constexpr (Cell::kW == 2) {
-    lo = _mm_unpacklo_epi16(c, c);
-    hi = _mm_unpackhi_epi16(c, c);
-  } else {
-    const __m128i t = _mm_unpacklo_epi16(c, c);
-    lo = _mm_unpacklo_epi16(t, t);
-    hi = _mm_unpackhi_epi16(t, t);
+// The 128-bit adaptor of the cell steps: groups a and b are pixels 0..7 and
+// 8..15 of a step; Pixels is the RGB layout, Chroma the chroma side, AlignedLuma
+// the promise that every luma row is 16-byte aligned.
+template <class Cell, class Pixels, class Chroma, bool AlignedLuma>
+struct CellIo128 {
+  using V = __m128i;
+  static void load(const SrcPlanes& row, int x, V* v) {
+    layout::Vx t;
+    Pixels::load(row, x, t);
+    for (int k = 0; k < 4; ++k) v[k] = t.v[k];
   }
-}
-// Eight lanes of form F for a store that narrows with unsigned saturation: the
-// form's vblock, which leaves clamp8 to that store.
-template <class F>
-inline void storedBlock(const __m128i* in, __m128i* out) {
-  F::template vblock<lanes::Sse>(in, out);
-}
-template <bool Aligned>
-inline __m128i loadLuma16(const uint8_t* p) {
-  if constexpr (Aligned) return _mm_load_si128(reinterpret_cast<const __m128i*>(p));
-  return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-}
-template <bool Aligned>
-inline void storeLuma16(uint8_t* p, __m128i v) {
-  if constexpr (Aligned) _mm_store_si128(reinterpret_cast<__m128i*>(p), v);
-  else _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v);
-}
+  template <bool WriteAlpha>
+  static void store(const DstPlanes& row, int x, const V* v) {
+    layout::Vx t;
+    for (int k = 0; k < 4; ++k) t.v[k] = v[k];
+    Pixels::template store<WriteAlpha>(row, x, t);
+  }
+  static void storeLuma(uint8_t* p, V ya, V yb) { pairs::bytes::store<16, AlignedLuma>(p, _mm_packus_epi16(ya, yb)); }
+  static void lumaLanes(const uint8_t* p, V& a, V& b) {
+    const V y = pairs::bytes::load<16, AlignedLuma>(p);
+    a = _mm_cvtepu8_epi16(y);
+    b = _mm_cvtepu8_epi16(_mm_srli_si128(y, 8));
+  }
+  static void putChroma(const DstPlanes& d, int j, V c0, V c1) {
+    Chroma::template putLanes<16 / Cell::kW>(d, j, c0, c1);
+  }
+  static void getChroma(const SrcPlanes& s, int j, V& c0, V& c1) {
+    Chroma::template getLanes<16 / Cell::kW>(s, j, c0, c1);
+  }
+  static void spread(V c, V& a, V& b) {
+    if constexpr (Cell::kW == 2) {
+      a = _mm_unpacklo_epi16(c, c);
+      b = _mm_unpackhi_epi16(c, c);
+    } else {
+      const V t = _mm_unpacklo_epi16(c, c);
+      a = _mm_unpacklo_epi16(t, t);
+      b = _mm_unpackhi_epi16(t, t);
+    }
+  }
+};
 }  // namespace detail
 #endif
 
@@ -85,9 +168,9 @@ struct CellsForward {
 #if LUM_SIMD_AVX2
         if (wide) x = WideForward<Cell, BlockF, Src, Chroma>::run(rgb, out, x, blockEnd);
 #endif
-        for (; x + 16 <= blockEnd; x += 16) vectorStep<16>(rgb, out, x);
+        x = cellForwardSteps<lanes::Sse, Cell, BlockF, Io>(rgb, out, x, blockEnd);
         if (x + 8 <= blockEnd) {
-          vectorStep<8>(rgb, out, x);
+          step8(rgb, out, x);
           x += 8;
         }
       }
@@ -129,31 +212,21 @@ struct CellsForward {
   }
 
 #if LUM_SIMD_SSE
-  // Px = 16 or 8 pixels of each row of the cells, by the block form's vectors.
-  template <int Px>
-  static void vectorStep(const SrcPlanes* rgb, const CellRowPtrs<uint8_t>& out, int x) {
-    layout::Vx lo[2], hi[2];
+  using Io = detail::CellIo128<Cell, Src, Chroma, AlignedLuma>;
+  // Eight pixels of each row of the cells by the block form's vectors.
+  static void step8(const SrcPlanes* rgb, const CellRowPtrs<uint8_t>& out, int x) {
+    __m128i a[2][4];
     for (int r = 0; r < Cell::kRows; ++r) {
-      __m128i y0[3], y1[3];
-      Src::load(rgb[r], x, lo[r]);
-      detail::storedBlock<typename BlockF::Luma>(lo[r].v, y0);
-      if constexpr (Px == 16) {
-        Src::load(rgb[r], x + 8, hi[r]);
-        detail::storedBlock<typename BlockF::Luma>(hi[r].v, y1);
-        detail::storeLuma16<AlignedLuma>(out.luma[r] + x, _mm_packus_epi16(y0[0], y1[0]));
-      } else {
-        hi[r] = lo[r];
-        pairs::bytes::store<8>(out.luma[r] + x, _mm_packus_epi16(y0[0], y0[0]));
-      }
+      __m128i y[3];
+      Io::load(rgb[r], x, a[r]);
+      BlockF::Luma::template vblock<lanes::Sse>(a[r], y);
+      pairs::bytes::store<8>(out.luma[r] + x, _mm_packus_epi16(y[0], y[0]));
     }
-    if constexpr (Cell::kRows == 1) {
-      lo[1] = lo[0];
-      hi[1] = hi[0];
-    }
+    constexpr int r1 = Cell::kRows - 1;
     __m128i s[3], c[2];
-    for (int k = 0; k < 3; ++k) s[k] = cellSums<Cell, lanes::Sse>(lo[0].v[k], lo[1].v[k], hi[0].v[k], hi[1].v[k]);
-    detail::storedBlock<typename BlockF::Chroma>(s, c);
-    Chroma::template putLanes<Px / Cell::kW>(out.chroma, x / Cell::kW, c[0], c[1]);
+    for (int k = 0; k < 3; ++k) s[k] = cellSums<Cell, lanes::Sse>(a[0][k], a[r1][k], a[0][k], a[r1][k]);
+    BlockF::Chroma::template vblock<lanes::Sse>(s, c);
+    Chroma::template putLanes<8 / Cell::kW>(out.chroma, x / Cell::kW, c[0], c[1]);
   }
 #endif
 };
@@ -174,9 +247,9 @@ struct CellsInverse {
 #if LUM_SIMD_AVX2
         if (wide) x = WideInverse<Cell, BlockF, Chroma, Dst, BlockAlpha>::run(in, rgb, x, blockEnd, c);
 #endif
-        for (; x + 16 <= blockEnd; x += 16) vectorStep<16>(in, rgb, x, c);
+        x = cellInverseSteps<lanes::Sse, Cell, BlockF, BlockAlpha, Io>(in, rgb, x, blockEnd, c);
         if (x + 8 <= blockEnd) {
-          vectorStep<8>(in, rgb, x, c);
+          step8(in, rgb, x, c);
           x += 8;
         }
       }
@@ -213,27 +286,20 @@ struct CellsInverse {
   }
 
 #if LUM_SIMD_SSE
-  template <int Px>
-  static void vectorStep(const CellRowPtrs<const uint8_t>& in, const DstPlanes* rgb, int x, const RowCtx& c) {
-    __m128i c0, c1;
-    Chroma::template getLanes<Px / Cell::kW>(in.chroma, x / Cell::kW, c0, c1);
-    layout::Vx pin[2], out;
-    detail::spreadCells<Cell>(c0, pin[0].v[1], pin[1].v[1]);
-    detail::spreadCells<Cell>(c1, pin[0].v[2], pin[1].v[2]);
-    pin[0].v[3] = pin[1].v[3] = _mm_setzero_si128();
+  using Io = detail::CellIo128<Cell, Dst, Chroma, AlignedLuma>;
+  // Eight pixels of each row of the cells by the block form's vectors.
+  static void step8(const CellRowPtrs<const uint8_t>& in, const DstPlanes* rgb, int x, const RowCtx& c) {
+    __m128i c0, c1, a[4], b[4], out[4];
+    Chroma::template getLanes<8 / Cell::kW>(in.chroma, x / Cell::kW, c0, c1);
+    Io::spread(c0, a[1], b[1]);
+    Io::spread(c1, a[2], b[2]);
+    a[3] = lanes::Sse::zero();
+    const __m128i alpha = BlockAlpha == Alpha::Aval ? lanes::Sse::set(c.aval) : lanes::Sse::zero();
     for (int r = 0; r < Cell::kRows; ++r) {
-      if constexpr (Px == 16) {
-        const __m128i y = detail::loadLuma16<AlignedLuma>(in.luma[r] + x);
-        pin[0].v[0] = _mm_cvtepu8_epi16(y);
-        pin[1].v[0] = _mm_cvtepu8_epi16(_mm_srli_si128(y, 8));
-      } else {
-        pin[0].v[0] = _mm_cvtepu8_epi16(pairs::bytes::load<8>(in.luma[r] + x));
-      }
-      for (int h = 0; h < Px / 8; ++h) {
-        detail::storedBlock<BlockF>(pin[h].v, out.v);
-        detail::setAlpha<BlockAlpha>(out, pin[h], c);
-        Dst::template store<BlockAlpha != Alpha::Keep>(rgb[r], x + 8 * h, out);
-      }
+      a[0] = _mm_cvtepu8_epi16(pairs::bytes::load<8>(in.luma[r] + x));
+      BlockF::template vblock<lanes::Sse>(a, out);
+      out[3] = alpha;
+      Io::template store<BlockAlpha != Alpha::Keep>(rgb[r], x, out);
     }
   }
 #endif

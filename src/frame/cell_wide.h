@@ -1,7 +1,7 @@
 // 256-bit blocks of the cell kernels: 32 pixels of each row of a cell row a step.
 // Declared here for the kernels of cell_kernel.h; defined, for every kernel that
-// has a vector block, in the files built with AVX2 (cell_wide_avx2.h holds the
-// generic code). run() converts steps of 32 pixels from x while they fit below
+// has a vector block, in the files built with AVX2 (cell_wide_avx2.h gives the
+// steps of cell_kernel.h their 256-bit adaptor). run() converts steps of 32 pixels from x while they fit below
 // end and returns the pixel where it stopped; the 128-bit blocks and the scalar
 // twin take over from there.
 #pragma once
