@@ -36,6 +36,21 @@ struct NoLadder {
   static constexpr int end(int) { return 0; }
 };
 
+// Chroma lanes of cells spread over the lanes of their pixels, groups a and b
+// of a step: each cell lane twice (2-pixel cells) or four times (4-pixel cells),
+// by the 16-bit interleaves of the width's adaptor Io.
+template <class Cell, class Io, class V>
+inline void spreadCells(V c, V& a, V& b) {
+  if constexpr (Cell::kW == 2) {
+    a = Io::zipLo16(c, c);
+    b = Io::zipHi16(c, c);
+  } else {
+    const V t = Io::zipLo16(c, c);
+    a = Io::zipLo16(t, t);
+    b = Io::zipHi16(t, t);
+  }
+}
+
 // The block steps of the cell kernels, written once over a lane set O and run
 // at 128 bits (lanes::Sse) and, in the *_avx2.cpp files, at 256 bits. A step
 // covers 2 * O::kLanes pixels of each row of the cell row from x, as two groups
@@ -47,7 +62,7 @@ struct NoLadder {
 //   lumaLanes(p, a, b)       the step's luma bytes as the lanes of a and b,
 //   putChroma / getChroma    the chroma of the step's cells, in the lane order
 //                            cellSums leaves them,
-//   spread(c, a, b)          cell lanes over the lanes of their pixels in a and b.
+//   zipLo16 / zipHi16        the 16-bit interleaves of each 128-bit half.
 // Each returns the pixel where its steps stop.
 template <class O, class Cell, class BlockF, class Io>
 inline int cellForwardSteps(const SrcPlanes* rgb, const CellRowPtrs<uint8_t>& out, int x, int end) {
@@ -92,8 +107,8 @@ inline int cellInverseSteps(const CellRowPtrs<const uint8_t>& in, const DstPlane
   for (; x + kStep <= end; x += kStep) {
     V c0, c1, a[4], b[4], out[4];
     Io::getChroma(chroma, x / Cell::kW, c0, c1);
-    Io::spread(c0, a[1], b[1]);
-    Io::spread(c1, a[2], b[2]);
+    spreadCells<Cell, Io>(c0, a[1], b[1]);
+    spreadCells<Cell, Io>(c1, a[2], b[2]);
     a[3] = b[3] = O::zero();
     for (int r = 0; r < Cell::kRows; ++r) {
       Io::lumaLanes(luma[r] + x, a[0], b[0]);
@@ -110,23 +125,29 @@ inline int cellInverseSteps(const CellRowPtrs<const uint8_t>& in, const DstPlane
 
 #if LUM_SIMD_SSE
 namespace detail {
+// Eight pixels of the RGB layout L as the 128-bit lanes of its channels (v[3]
+// alpha), loaded and stored through L's own eight-pixel moves.
+template <class L>
+struct PixelLanes128 {
+  static void load(const SrcPlanes& row, int x, __m128i* v) {
+    layout::Vx t;
+    L::load(row, x, t);
+    for (int k = 0; k < 4; ++k) v[k] = t.v[k];
+  }
+  template <bool WriteAlpha>
+  static void store(const DstPlanes& row, int x, const __m128i* v) {
+    layout::Vx t;
+    for (int k = 0; k < 4; ++k) t.v[k] = v[k];
+    L::template store<WriteAlpha>(row, x, t);
+  }
+};
+
 // The 128-bit adaptor of the cell steps: groups a and b are pixels 0..7 and
 // 8..15 of a step; Pixels is the RGB layout, Chroma the chroma side, AlignedLuma
 // the promise that every luma row is 16-byte aligned.
 template <class Cell, class Pixels, class Chroma, bool AlignedLuma>
-struct CellIo128 {
+struct CellIo128 : PixelLanes128<Pixels> {
   using V = __m128i;
-  static void load(const SrcPlanes& row, int x, V* v) {
-    layout::Vx t;
-    Pixels::load(row, x, t);
-    for (int k = 0; k < 4; ++k) v[k] = t.v[k];
-  }
-  template <bool WriteAlpha>
-  static void store(const DstPlanes& row, int x, const V* v) {
-    layout::Vx t;
-    for (int k = 0; k < 4; ++k) t.v[k] = v[k];
-    Pixels::template store<WriteAlpha>(row, x, t);
-  }
   static void storeLuma(uint8_t* p, V ya, V yb) { pairs::bytes::store<16, AlignedLuma>(p, _mm_packus_epi16(ya, yb)); }
   static void lumaLanes(const uint8_t* p, V& a, V& b) {
     const V y = pairs::bytes::load<16, AlignedLuma>(p);
@@ -139,16 +160,8 @@ struct CellIo128 {
   static void getChroma(const SrcPlanes& s, int j, V& c0, V& c1) {
     Chroma::template getLanes<16 / Cell::kW>(s, j, c0, c1);
   }
-  static void spread(V c, V& a, V& b) {
-    if constexpr (Cell::kW == 2) {
-      a = _mm_unpacklo_epi16(c, c);
-      b = _mm_unpackhi_epi16(c, c);
-    } else {
-      const V t = _mm_unpacklo_epi16(c, c);
-      a = _mm_unpacklo_epi16(t, t);
-      b = _mm_unpackhi_epi16(t, t);
-    }
-  }
+  static V zipLo16(V a, V b) { return _mm_unpacklo_epi16(a, b); }
+  static V zipHi16(V a, V b) { return _mm_unpackhi_epi16(a, b); }
 };
 }  // namespace detail
 #endif
@@ -291,8 +304,8 @@ struct CellsInverse {
   static void step8(const CellRowPtrs<const uint8_t>& in, const DstPlanes* rgb, int x, const RowCtx& c) {
     __m128i c0, c1, a[4], b[4], out[4];
     Chroma::template getLanes<8 / Cell::kW>(in.chroma, x / Cell::kW, c0, c1);
-    Io::spread(c0, a[1], b[1]);
-    Io::spread(c1, a[2], b[2]);
+    spreadCells<Cell, Io>(c0, a[1], b[1]);
+    spreadCells<Cell, Io>(c1, a[2], b[2]);
     a[3] = lanes::Sse::zero();
     const __m128i alpha = BlockAlpha == Alpha::Aval ? lanes::Sse::set(c.aval) : lanes::Sse::zero();
     for (int r = 0; r < Cell::kRows; ++r) {

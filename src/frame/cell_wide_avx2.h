@@ -130,16 +130,8 @@ struct CellIo {
   static void getChroma(const SrcPlanes& s, int j, W& c0, W& c1) {
     pairs::Side32<Chroma>::template getLanes<32 / Cell::kW>(s, j, c0, c1);
   }
-  static void spread(W c, W& a, W& b) {
-    if constexpr (Cell::kW == 2) {
-      a = _mm256_unpacklo_epi16(c, c);
-      b = _mm256_unpackhi_epi16(c, c);
-    } else {
-      const W t = _mm256_unpacklo_epi16(c, c);
-      a = _mm256_unpacklo_epi16(t, t);
-      b = _mm256_unpackhi_epi16(t, t);
-    }
-  }
+  static W zipLo16(W a, W b) { return _mm256_unpacklo_epi16(a, b); }
+  static W zipHi16(W a, W b) { return _mm256_unpackhi_epi16(a, b); }
 };
 
 }  // namespace wide

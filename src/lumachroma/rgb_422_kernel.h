@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <type_traits>
 
+#include "frame/cell_kernel.h"
 #include "frame/check.h"
 #include "frame/kernel.h"
 #include "lumachroma/rgb_422_layouts.h"
@@ -123,11 +124,7 @@ inline int pairSteps(const SrcPlanes& src, const DstPlanes& dst, int x, int end)
 template <class S, class Dst>
 struct PairIo128 {
   using Src = S;
-  static void load(const SrcPlanes& s, int x, __m128i* v) {
-    layout::Vx t;
-    Src::load(s, x, t);
-    for (int k = 0; k < 4; ++k) v[k] = t.v[k];
-  }
+  static void load(const SrcPlanes& s, int x, __m128i* v) { detail::PixelLanes128<Src>::load(s, x, v); }
   static void store(const DstPlanes& d, int x, const form::Pairs<lanes::Sse>& o) { Dst::store16(d, x, o); }
 };
 #endif
