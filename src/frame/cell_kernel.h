@@ -1,22 +1,117 @@
-// Generic row kernels of the sub-sampled conversions. One call converts one row
-// of chroma cells (a pair of pixel rows for 4:2:0, one row for 4:1:1): a block
-// loop over the first pixels of the row, as many as the function's ladder gives,
-// then a tail over the rest of the cells. Block and tail may use different forms;
-// which cell falls into which is part of each function's behaviour. The vector
-// code only speeds up the block part: 32 pixels a step where the processor has
-// AVX2, then 16, then one step of 8, then the block form's scalar twin on
-// whatever block pixels remain.
+// Generic row kernels of the sub-sampled conversions. A cell is the group of
+// pixels that share one chroma pair: 2x2 in 4:2:0 (a pair of rows), 4x1 in
+// 4:1:1. A region whose width or height does not fill whole cells is converted
+// on the part that does; the rest is neither read nor written.
+//
+// One call converts one row of chroma cells: a block loop over the first pixels
+// of the row, as many as the function's ladder gives, then a tail over the rest
+// of the cells. Block and tail may use different forms; which cell falls into
+// which is part of each function's behaviour. The vector code only speeds up the
+// block part: 32 pixels a step where the processor has AVX2, then 16, then one
+// step of 8, then the block form's scalar twin on whatever block pixels remain.
 #pragma once
 
 #include <algorithm>
 
 #include "frame/cell_layouts.h"
-#include "frame/cell_wide.h"
 #include "frame/kernel.h"
-#include "frame/row_pairs.h"
+#include "frame/lanes.h"
+#include "frame/rows.h"
 #include "frame/wide.h"
 
 namespace lum {
+
+// 2x2 cells: chroma planes of width / 2 by height / 2.
+struct Cell420 {
+  static constexpr int kW = 2, kRows = 2;
+};
+// 4x1 cells: chroma planes of width / 4 by height.
+struct Cell411 {
+  static constexpr int kW = 4, kRows = 1;
+};
+
+// Sums of one channel over cells, on a lane set O: a0, a1 and b0, b1 are two
+// groups of pixels of the cell's rows (row 1 ignored for one-row cells), each
+// group of whole cells within a 128-bit half. In each half: the cells of a then
+// those of b (2x2), or the cells of a then b twice over (4x1). On 128 bits with
+// a = pixels 0..7 and b = 8..15: 8 cells (2x2) or 4 (4x1) in order.
+template <class Cell, class O, class V = typename O::V>
+inline V cellSums(V a0, V a1, V b0, V b1) {
+  if constexpr (Cell::kRows == 2) {
+    return O::hadd16(O::add16(a0, a1), O::add16(b0, b1));
+  } else {
+    const V h = O::hadd16(a0, b0);
+    return O::hadd16(h, h);
+  }
+}
+
+// Pixels of a row that whole cells cover (width >= 0).
+template <class Cell>
+constexpr int cellWidth(int width) {
+  return width - width % Cell::kW;
+}
+
+// Calls fn(y, cy) for each whole row of cells: y is the cell's first pixel row,
+// cy its chroma row. A last pixel row that does not fill a cell is not visited.
+template <class Cell, class Fn>
+inline void forEachCellRow(int height, Fn&& fn) {
+  const int rows = height / Cell::kRows;
+  for (int cy = 0; cy < rows; ++cy) fn(cy * Cell::kRows, cy);
+}
+
+// Row pointers of one cell row of a luma-chroma image: its luma rows (the second
+// equals the first for one-row cells), and its chroma rows as planes 1 and 2
+// (plane 2 null for pair-interleaved chroma).
+template <class T>
+struct CellRowPtrs {
+  T* luma[2];
+  Planes<T> chroma;
+};
+
+// The cell row at pixel row y, chroma row cy, of an image held as plane 0 = luma,
+// planes 1 and 2 = chroma (plane 2 null for interleaved chroma).
+template <class Cell, class T>
+inline CellRowPtrs<T> cellRow(const Planes<T>& img, int y, int cy) {
+  CellRowPtrs<T> r;
+  r.luma[0] = rowAt(img.p[0], y, img.step[0]);
+  r.luma[1] = rowAt(img.p[0], y + Cell::kRows - 1, img.step[0]);
+  r.chroma.p[1] = rowAt(img.p[1], cy, img.step[1]);
+  r.chroma.p[2] = img.p[2] ? rowAt(img.p[2], cy, img.step[2]) : nullptr;
+  return r;
+}
+
+// Status of a conversion on 2x2 cells: an odd width or height leaves the last
+// column or row unconverted, which the caller hears as lumStatusOddSize.
+constexpr LumStatus cellStatus420(LumSize roi) {
+  return ((roi.width | roi.height) & 1) ? lumStatusOddSize : lumStatusOk;
+}
+// The same for 4x1 cells: a width that is not a multiple of 4.
+constexpr LumStatus cellStatus411(LumSize roi) { return (roi.width & 3) ? lumStatusOddSize : lumStatusOk; }
+
+// A forward cell form: the luma of each pixel by Luma (its out[0]), the chroma
+// pair of the cell by Chroma, from the sums of R, G and B over the cell's pixels.
+template <class LumaForm, class ChromaForm>
+struct CellForm {
+  using Luma = LumaForm;
+  using Chroma = ChromaForm;
+};
+
+// ---- 256-bit blocks: 32 pixels of each row of a cell row a step. Declared
+// here for the kernels below; defined, for every kernel that has a vector
+// block, in the files built with AVX2 (cell_wide_avx2.h gives the steps below
+// their 256-bit adaptor). run() converts steps of 32 pixels from x while they
+// fit below end and returns the pixel where it stopped; the 128-bit blocks and
+// the scalar twin take over from there.
+
+template <class Cell, class BlockF, class Src, class Chroma>
+struct WideForward {
+  static int run(const SrcPlanes* rgb, const CellRowPtrs<uint8_t>& out, int x, int end);
+};
+
+template <class Cell, class BlockF, class Chroma, class Dst, Alpha A>
+struct WideInverse {
+  static int run(const CellRowPtrs<const uint8_t>& in, const DstPlanes* rgb, int x, int end, const RowCtx& c);
+};
 
 // Ladders: the number of pixels at the start of a row that the block form
 // covers. UpTo<16> is a loop of 16 pixels a step, UpTo<8> the same loop plus one

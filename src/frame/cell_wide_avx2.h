@@ -10,7 +10,6 @@
 
 #include "frame/cell_kernel.h"
 #include "frame/pair_layouts_avx2.h"
-#include "frame/cell_wide.h"
 #include "frame/lanes_avx2.h"
 #include "frame/layouts.h"
 
