@@ -14,7 +14,6 @@
 #include "frame/cell_wide.h"
 #include "frame/kernel.h"
 #include "frame/row_pairs.h"
-#include "frame/wide.h"
 
 namespace lum {
 
