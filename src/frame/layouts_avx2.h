@@ -321,6 +321,42 @@ struct Of<layout::P<N>> {
   }
 };
 
+// Half-width chroma planes: sixteen lumas and eight samples of each chroma
+// plane, each serving two pixels. Natural order, loads only.
+template <>
+struct Of<layout::HalfChromaP3> {
+  // Eight chroma samples at p, each twice.
+  static V twice(const uint8_t* p) {
+    const H c = _mm_cvtepu8_epi16(load8(p));
+    return _mm256_inserti128_si256(_mm256_castsi128_si256(_mm_unpacklo_epi16(c, c)), _mm_unpackhi_epi16(c, c), 1);
+  }
+  template <Order Ord, bool Alpha, bool High>
+  static void load(const SrcPlanes& s, int x, V o[4]) {
+    static_assert(Ord == Order::Natural && !High);
+    o[0] = _mm256_cvtepu8_epi16(loadu(s.p[0] + x));
+    o[1] = twice(s.p[1] + (x >> 1));
+    o[2] = twice(s.p[2] + (x >> 1));
+    if constexpr (Alpha) o[3] = _mm256_setzero_si256();
+  }
+};
+
+// Packed CbYCr422: sixteen pixels from 32 bytes, both pixels of a pair taking
+// its Cb and Cr. Natural order, loads only; Al as layout::CbYCrC2.
+template <bool Al>
+struct Of<layout::CbYCrC2<Al>> {
+  template <Order Ord, bool Alpha, bool High>
+  static void load(const SrcPlanes& s, int x, V o[4]) {
+    static_assert(Ord == Order::Natural && !High);
+    const uint8_t* p = s.p[0] + 2 * x;
+    const V m = _mm256_inserti128_si256(_mm256_castsi128_si256(layout::detail::load16<Al>(p)),
+                                        layout::detail::load16<Al>(p + 16), 1);
+    o[0] = _mm256_shuffle_epi8(m, both(_mm_setr_epi8(1, Z, 3, Z, 5, Z, 7, Z, 9, Z, 11, Z, 13, Z, 15, Z)));
+    o[1] = _mm256_shuffle_epi8(m, both(_mm_setr_epi8(0, Z, 0, Z, 4, Z, 4, Z, 8, Z, 8, Z, 12, Z, 12, Z)));
+    o[2] = _mm256_shuffle_epi8(m, both(_mm_setr_epi8(2, Z, 2, Z, 6, Z, 6, Z, 10, Z, 10, Z, 14, Z, 14, Z)));
+    if constexpr (Alpha) o[3] = _mm256_setzero_si256();
+  }
+};
+
 template <class L>
 constexpr bool isPacked4 = false;
 template <int I0, int I1, int I2>

@@ -14,27 +14,11 @@ namespace lum::bt709 {
 namespace {
 namespace io256 {
 
-using layout16::both;
 using layout16::hi;
-using layout16::load8;
-using layout16::loadu;
 using layout16::lo;
-using layout16::Z;
 using V = __m256i;
 using H = __m128i;
 
-template <bool Al>
-H load16(const uint8_t* p) {
-  if constexpr (Al) return _mm_load_si128(reinterpret_cast<const H*>(p));
-  else return _mm_loadu_si128(reinterpret_cast<const H*>(p));
-}
-template <bool Al>
-void store16(uint8_t* p, H v) {
-  if constexpr (Al) _mm_store_si128(reinterpret_cast<H*>(p), v);
-  else _mm_storeu_si128(reinterpret_cast<H*>(p), v);
-}
-// Two eight-lane halves as one sixteen-lane vector.
-V join(H lo, H hi) { return _mm256_inserti128_si256(_mm256_castsi128_si256(lo), hi, 1); }
 // Sixteen lanes (0..255) as sixteen bytes.
 H bytes(V v) { return _mm_packus_epi16(lo(v), hi(v)); }
 
@@ -48,29 +32,6 @@ struct Load {
 };
 template <>
 struct Load<BGRAAligned> : Load<layout::BGRA> {};
-template <>
-struct Load<HalfChromaP3> {
-  // Eight chroma samples, each serving two pixels.
-  static V twice(const uint8_t* p) {
-    const H c = _mm_cvtepu8_epi16(load8(p));
-    return join(_mm_unpacklo_epi16(c, c), _mm_unpackhi_epi16(c, c));
-  }
-  static void at(const SrcPlanes& s, int x, V out[3]) {
-    out[0] = _mm256_cvtepu8_epi16(loadu(s.p[0] + x));
-    out[1] = twice(s.p[1] + (x >> 1));
-    out[2] = twice(s.p[2] + (x >> 1));
-  }
-};
-template <bool Al>
-struct Load<CbYCrC2<Al>> {
-  static void at(const SrcPlanes& s, int x, V out[3]) {
-    const uint8_t* p = s.p[0] + 2 * x;
-    const V m = join(load16<Al>(p), load16<Al>(p + 16));
-    out[0] = _mm256_shuffle_epi8(m, both(_mm_setr_epi8(1, Z, 3, Z, 5, Z, 7, Z, 9, Z, 11, Z, 13, Z, 15, Z)));
-    out[1] = _mm256_shuffle_epi8(m, both(_mm_setr_epi8(0, Z, 0, Z, 4, Z, 4, Z, 8, Z, 8, Z, 12, Z, 12, Z)));
-    out[2] = _mm256_shuffle_epi8(m, both(_mm_setr_epi8(2, Z, 2, Z, 6, Z, 6, Z, 10, Z, 10, Z, 14, Z, 14, Z)));
-  }
-};
 
 // Sixteen pixels R, G, B stored at x from lanes in pixel order, alpha as A
 // says (aval, or left alone), through layout16::Of.
@@ -132,15 +93,15 @@ struct Io256 {
     const V y = io256::lumaBytes(ya, yb);
     const H cb = io256::bytes(cc[0]), cr = io256::bytes(cc[1]);
     const H c0 = _mm_unpacklo_epi8(cb, cr), c1 = _mm_unpackhi_epi8(cb, cr);  // Cb Cr of pairs 0-7, 8-15
-    io256::store16<Al>(d, _mm_unpacklo_epi8(c0, io256::lo(y)));
-    io256::store16<Al>(d + 16, _mm_unpackhi_epi8(c0, io256::lo(y)));
-    io256::store16<Al>(d + 32, _mm_unpacklo_epi8(c1, io256::hi(y)));
-    io256::store16<Al>(d + 48, _mm_unpackhi_epi8(c1, io256::hi(y)));
+    store16<Al>(d, _mm_unpacklo_epi8(c0, io256::lo(y)));
+    store16<Al>(d + 16, _mm_unpackhi_epi8(c0, io256::lo(y)));
+    store16<Al>(d + 32, _mm_unpacklo_epi8(c1, io256::hi(y)));
+    store16<Al>(d + 48, _mm_unpackhi_epi8(c1, io256::hi(y)));
   }
   // Eight chroma samples at p, each serving two pixels.
-  static V chromaTwice(const uint8_t* p) { return io256::Load<HalfChromaP3>::twice(p); }
+  static V chromaTwice(const uint8_t* p) { return layout16::Of<HalfChromaP3>::twice(p); }
   // Sixteen bytes at p as sixteen lanes.
-  static V bytes(const uint8_t* p) { return _mm256_cvtepu8_epi16(io256::loadu(p)); }
+  static V bytes(const uint8_t* p) { return _mm256_cvtepu8_epi16(layout16::loadu(p)); }
 };
 
 }  // namespace
