@@ -1,8 +1,9 @@
-// Layout adaptors of the BT.709 wide blocks: the loads, shuffles and stores
-// that move the samples of the family's layouts between memory and sixteen
-// 16-bit lanes of lanes::Avx2, gathered in Io256 with the members of Io128
-// (bt709_kernels.h). Stores narrow with unsigned saturation (clamp8). Include
-// only from *_avx2.cpp files; everything here has internal linkage.
+// Layout adaptors of the BT.709 wide blocks on sixteen 16-bit lanes of
+// lanes::Avx2, gathered in Io256 with the members of Io128 (bt709_kernels.h):
+// pixel loads and stores are those of layout16::Of, in pixel order; what is
+// the family's own is the shape of its rows, the 4:2:0 chroma sinks and the
+// packed CbYCr422 pairs. Stores narrow with unsigned saturation (clamp8).
+// Include only from *_avx2.cpp files; everything here has internal linkage.
 #pragma once
 
 #include "frame/lanes_avx2.h"
