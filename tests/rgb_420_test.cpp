@@ -9,7 +9,6 @@
 #include <stdexcept>
 
 #include "frame/simd.h"
-#include "frame/wide.h"
 #include "lumcc.h"
 #include "support/family.h"
 

@@ -17,7 +17,6 @@
 #include "frame/kernel.h"
 #include "frame/lanes.h"
 #include "frame/rows.h"
-#include "frame/wide.h"
 
 namespace lum {
 

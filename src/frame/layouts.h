@@ -106,6 +106,18 @@ namespace detail {
 // pshufb mask byte that writes zero.
 constexpr int8_t Z = -128;
 
+// 16 bytes from memory; Al promises a 16-byte aligned address.
+template <bool Al>
+inline __m128i load16(const uint8_t* p) {
+  if constexpr (Al) return _mm_load_si128(reinterpret_cast<const __m128i*>(p));
+  else return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+}
+template <bool Al>
+inline void store16(uint8_t* p, __m128i v) {
+  if constexpr (Al) _mm_store_si128(reinterpret_cast<__m128i*>(p), v);
+  else _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v);
+}
+
 // Eight bytes at p widened to 16-bit lanes.
 inline __m128i load8x8(const uint8_t* p) {
   return _mm_cvtepu8_epi16(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
@@ -178,6 +190,131 @@ inline void interleave4(uint8_t* p, const __m128i in[4]) {
   _mm_storeu_si128(reinterpret_cast<__m128i*>(p + 16), m1);
 }
 }  // namespace detail
+#endif
+
+#if LUM_SIMD_SSE
+// Channel splits of packed pixels, the samples keeping their width: sixteen 3-
+// or 4-byte pixels into byte lanes, eight 3- or 4-sample 16-bit pixels into
+// 16-bit lanes, four 3- or 4-sample float pixels into float lanes; one register
+// per channel, in memory order (channel k of memory into out[k]), the first
+// three channels only (a fourth is never read into a lane). Spread goes the
+// other way, one channel to three or four.
+namespace channels {
+using detail::Z;
+
+// Shuffle masks that gather channel k of sixteen 3-byte pixels from load j of the
+// three 16-byte loads (channel k of pixel i lies at byte 3i + k of the 48);
+// the 128-bit and the 256-bit splits share them.
+alignas(16) inline constexpr int8_t kSplit3[3][3][16] = {
+    {{0, 3, 6, 9, 12, 15, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z},
+     {Z, Z, Z, Z, Z, Z, 2, 5, 8, 11, 14, Z, Z, Z, Z, Z},
+     {Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 1, 4, 7, 10, 13}},
+    {{1, 4, 7, 10, 13, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z},
+     {Z, Z, Z, Z, Z, 0, 3, 6, 9, 12, 15, Z, Z, Z, Z, Z},
+     {Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 2, 5, 8, 11, 14}},
+    {{2, 5, 8, 11, 14, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z},
+     {Z, Z, Z, Z, Z, 1, 4, 7, 10, 13, Z, Z, Z, Z, Z, Z},
+     {Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 0, 3, 6, 9, 12, 15}},
+};
+
+// The same for eight 3-sample 16-bit pixels: lane k of pixel i is 16-bit element
+// 3i + k of the 24 in the three loads.
+alignas(16) inline constexpr int8_t kSplit3w[3][3][16] = {
+    {{0, 1, 6, 7, 12, 13, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z},
+     {Z, Z, Z, Z, Z, Z, 2, 3, 8, 9, 14, 15, Z, Z, Z, Z},
+     {Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 4, 5, 10, 11}},
+    {{2, 3, 8, 9, 14, 15, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z},
+     {Z, Z, Z, Z, Z, Z, 4, 5, 10, 11, Z, Z, Z, Z, Z, Z},
+     {Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 0, 1, 6, 7, 12, 13}},
+    {{4, 5, 10, 11, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z},
+     {Z, Z, Z, Z, 0, 1, 6, 7, 12, 13, Z, Z, Z, Z, Z, Z},
+     {Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 2, 3, 8, 9, 14, 15}},
+};
+
+// 48 bytes of three-channel pixels into three vectors, channel by channel, with
+// the shuffle masks of table t (one per channel and load).
+inline void gather3(const uint8_t* p, const int8_t (&t)[3][3][16], __m128i out[3]) {
+  const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+  const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16));
+  const __m128i c = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 32));
+  for (int k = 0; k < 3; ++k) {
+    const __m128i m0 = _mm_load_si128(reinterpret_cast<const __m128i*>(t[k][0]));
+    const __m128i m1 = _mm_load_si128(reinterpret_cast<const __m128i*>(t[k][1]));
+    const __m128i m2 = _mm_load_si128(reinterpret_cast<const __m128i*>(t[k][2]));
+    out[k] = _mm_or_si128(_mm_or_si128(_mm_shuffle_epi8(a, m0), _mm_shuffle_epi8(b, m1)), _mm_shuffle_epi8(c, m2));
+  }
+}
+
+// 64 bytes of four-channel pixels into the first three channels' vectors: mask m
+// groups each load's samples by channel, then 32- and 64-bit unpacks transpose.
+inline void gather4(const uint8_t* p, __m128i m, __m128i out[3]) {
+  __m128i v[4];
+  for (int i = 0; i < 4; ++i) v[i] = _mm_shuffle_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16 * i)), m);
+  const __m128i lo01 = _mm_unpacklo_epi32(v[0], v[1]), lo23 = _mm_unpacklo_epi32(v[2], v[3]);
+  const __m128i hi01 = _mm_unpackhi_epi32(v[0], v[1]), hi23 = _mm_unpackhi_epi32(v[2], v[3]);
+  out[0] = _mm_unpacklo_epi64(lo01, lo23);
+  out[1] = _mm_unpackhi_epi64(lo01, lo23);
+  out[2] = _mm_unpacklo_epi64(hi01, hi23);
+}
+
+// Groups a load's 8-bit samples (four pixels) or 16-bit samples (two pixels) by channel.
+inline __m128i byChannel8() { return _mm_setr_epi8(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15); }
+inline __m128i byChannel16() { return _mm_setr_epi8(0, 1, 8, 9, 2, 3, 10, 11, 4, 5, 12, 13, 6, 7, 14, 15); }
+
+// Four 3- or 4-channel float pixels into three vectors of four lanes.
+template <int N>
+inline void floats(const float* p, __m128 out[3]) {
+  if constexpr (N == 3) {
+    const __m128 a = _mm_loadu_ps(p), b = _mm_loadu_ps(p + 4), c = _mm_loadu_ps(p + 8);
+    // a = r0 g0 b0 r1, b = g1 b1 r2 g2, c = b2 r3 g3 b3
+    const __m128 t1 = _mm_shuffle_ps(b, c, _MM_SHUFFLE(1, 1, 2, 2));  // r2 r2 r3 r3
+    const __m128 t2 = _mm_shuffle_ps(b, c, _MM_SHUFFLE(2, 2, 3, 3));  // g2 g2 g3 g3
+    const __m128 t3 = _mm_shuffle_ps(a, b, _MM_SHUFFLE(0, 0, 1, 1));  // g0 g0 g1 g1
+    const __m128 t4 = _mm_shuffle_ps(a, b, _MM_SHUFFLE(1, 1, 2, 2));  // b0 b0 b1 b1
+    const __m128 t5 = _mm_shuffle_ps(c, c, _MM_SHUFFLE(3, 3, 0, 0));  // b2 b2 b3 b3
+    out[0] = _mm_shuffle_ps(a, t1, _MM_SHUFFLE(2, 0, 3, 0));
+    out[1] = _mm_shuffle_ps(t3, t2, _MM_SHUFFLE(2, 0, 2, 0));
+    out[2] = _mm_shuffle_ps(t4, t5, _MM_SHUFFLE(2, 0, 2, 0));
+  } else {
+    __m128 a = _mm_loadu_ps(p), b = _mm_loadu_ps(p + 4), c = _mm_loadu_ps(p + 8), d = _mm_loadu_ps(p + 12);
+    _MM_TRANSPOSE4_PS(a, b, c, d);
+    out[0] = a;
+    out[1] = b;
+    out[2] = c;
+  }
+}
+
+// Sixteen N-byte pixels into three vectors of byte lanes.
+template <int N>
+inline void bytes(const uint8_t* p, __m128i out[3]) {
+  if constexpr (N == 3) gather3(p, kSplit3, out);
+  else gather4(p, byChannel8(), out);
+}
+// Eight N-sample 16-bit pixels into three vectors of 16-bit lanes.
+template <int N>
+inline void words(const uint16_t* p, __m128i out[3]) {
+  if constexpr (N == 3) gather3(reinterpret_cast<const uint8_t*>(p), kSplit3w, out);
+  else gather4(reinterpret_cast<const uint8_t*>(p), byChannel16(), out);
+}
+
+// The reverse of a split for one channel: pshufb masks that spread 16 bytes of
+// E-byte single-channel samples over the three or four channels of N-channel
+// pixels: output vector j, byte i takes the source
+// byte of its pixel's sample, or zero where the byte belongs to the fourth
+// channel (filled from the aval pattern instead).
+template <int E, int N>
+struct Spread {
+  static constexpr int kPixels = 16 / E;  // source pixels per 16 bytes
+  int8_t mask[N][16];
+  constexpr Spread() : mask{} {
+    for (int j = 0; j < N; ++j)
+      for (int i = 0; i < 16; ++i) {
+        const int byte = 16 * j + i, elem = byte / E, pixel = elem / N, ch = elem % N;
+        mask[j][i] = ch == 3 ? Z : int8_t(pixel * E + byte % E);
+      }
+  }
+};
+}  // namespace channels
 #endif
 
 // Three interleaved channels; memory sample k holds form channel Ik.
@@ -329,6 +466,57 @@ struct P {
   static void store(const DstPlanes& d, int x, const Vx& o) requires std::is_same_v<T, Lum8u> {
     for (int k = 0; k < 3; ++k) detail::store8x8(d.p[k] + x, o.v[k]);
     if constexpr (N > 3 && WriteAlpha) detail::store8x8(d.p[3] + x, o.v[3]);
+  }
+#endif
+};
+
+// Y, Cb, Cr planes with chroma at half the horizontal resolution: pixel x takes
+// chroma sample x >> 1 (replication, no interpolation); loads only. The row
+// driver hands the chroma rows that belong to the luma row.
+struct HalfChromaP3 {
+  static void load(const SrcPlanes& s, int x, Px& o) {
+    o.v[0] = s.p[0][x];
+    o.v[1] = s.p[1][x >> 1];
+    o.v[2] = s.p[2][x >> 1];
+    o.v[3] = 0;
+  }
+#if LUM_SIMD_SSE
+  // Eight pixels from x (even): 8 luma bytes and 4 bytes of each chroma plane.
+  static __m128i chroma4(const uint8_t* p) {
+    int32_t w;
+    std::memcpy(&w, p, 4);
+    const __m128i c = _mm_cvtepu8_epi16(_mm_cvtsi32_si128(w));
+    return _mm_unpacklo_epi16(c, c);
+  }
+  static void load(const SrcPlanes& s, int x, Vx& o) {
+    o.v[0] = _mm_cvtepu8_epi16(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(s.p[0] + x)));
+    o.v[1] = chroma4(s.p[1] + (x >> 1));
+    o.v[2] = chroma4(s.p[2] + (x >> 1));
+    o.v[3] = _mm_setzero_si128();
+  }
+#endif
+};
+
+// Packed CbYCr422 (UYVY): Cb Y0 Cr Y1 per pixel pair; both pixels of a pair take
+// its Cb and Cr; loads only. Al: the vector loads may assume 16-byte alignment.
+template <bool Al>
+struct CbYCrC2 {
+  static void load(const SrcPlanes& s, int x, Px& o) {
+    const uint8_t* pair = s.p[0] + 4 * (x >> 1);
+    o.v[0] = pair[1 + 2 * (x & 1)];
+    o.v[1] = pair[0];
+    o.v[2] = pair[2];
+    o.v[3] = 0;
+  }
+#if LUM_SIMD_SSE
+  // Eight pixels from x (a multiple of 8): 16 bytes, split into 16-bit lanes.
+  static void load(const SrcPlanes& s, int x, Vx& o) {
+    using detail::Z;
+    const __m128i m = detail::load16<Al>(s.p[0] + 2 * x);
+    o.v[0] = _mm_shuffle_epi8(m, _mm_setr_epi8(1, Z, 3, Z, 5, Z, 7, Z, 9, Z, 11, Z, 13, Z, 15, Z));
+    o.v[1] = _mm_shuffle_epi8(m, _mm_setr_epi8(0, Z, 0, Z, 4, Z, 4, Z, 8, Z, 8, Z, 12, Z, 12, Z));
+    o.v[2] = _mm_shuffle_epi8(m, _mm_setr_epi8(2, Z, 2, Z, 6, Z, 6, Z, 10, Z, 10, Z, 14, Z, 14, Z));
+    o.v[3] = _mm_setzero_si128();
   }
 #endif
 };

@@ -162,6 +162,84 @@ inline void merge4(V c0, V c1, V c2, V c3, V& m0, V& m1) {
   }
 }
 
+// The channel splits of layouts.h (layout::channels) on two groups side by
+// side: half h of each register holds the 128-bit split of the group 16 N * h
+// bytes after p, so byte lanes hold pixels 0..15 | 16..31, 16-bit lanes 0..7 |
+// 8..15 and float lanes 0..3 | 4..7.
+namespace channels {
+using layout::channels::byChannel16;
+using layout::channels::byChannel8;
+using layout::channels::kSplit3;
+using layout::channels::kSplit3w;
+
+// Half 0 from p, half 1 from p + off bytes.
+inline V load2(const void* p, std::ptrdiff_t off) {
+  const auto* b = static_cast<const uint8_t*>(p);
+  return _mm256_inserti128_si256(_mm256_castsi128_si256(loadu(b)), loadu(b + off), 1);
+}
+inline V shuf(V v, H m) { return _mm256_shuffle_epi8(v, both(m)); }
+
+// Two 48-byte groups of three-channel pixels into three vectors, with the
+// 128-bit split's mask table.
+inline void gather3(const uint8_t* p, const int8_t (&t)[3][3][16], V out[3]) {
+  const V a = load2(p, 48), b = load2(p + 16, 48), c = load2(p + 32, 48);
+  for (int k = 0; k < 3; ++k) {
+    const H m0 = _mm_load_si128(reinterpret_cast<const H*>(t[k][0]));
+    const H m1 = _mm_load_si128(reinterpret_cast<const H*>(t[k][1]));
+    const H m2 = _mm_load_si128(reinterpret_cast<const H*>(t[k][2]));
+    out[k] = _mm256_or_si256(_mm256_or_si256(shuf(a, m0), shuf(b, m1)), shuf(c, m2));
+  }
+}
+// Two 64-byte groups of four-channel pixels into the first three channels'
+// vectors, as the 128-bit gather4.
+inline void gather4(const uint8_t* p, H m, V out[3]) {
+  V v[4];
+  for (int i = 0; i < 4; ++i) v[i] = shuf(load2(p + 16 * i, 64), m);
+  const V lo01 = _mm256_unpacklo_epi32(v[0], v[1]), lo23 = _mm256_unpacklo_epi32(v[2], v[3]);
+  const V hi01 = _mm256_unpackhi_epi32(v[0], v[1]), hi23 = _mm256_unpackhi_epi32(v[2], v[3]);
+  out[0] = _mm256_unpacklo_epi64(lo01, lo23);
+  out[1] = _mm256_unpackhi_epi64(lo01, lo23);
+  out[2] = _mm256_unpacklo_epi64(hi01, hi23);
+}
+
+// Thirty-two N-byte pixels into three vectors of byte lanes.
+template <int N>
+inline void bytes(const uint8_t* p, V out[3]) {
+  if constexpr (N == 3) gather3(p, kSplit3, out);
+  else gather4(p, byChannel8(), out);
+}
+// Sixteen N-sample 16-bit pixels into three vectors of 16-bit lanes.
+template <int N>
+inline void words(const uint16_t* p, V out[3]) {
+  if constexpr (N == 3) gather3(reinterpret_cast<const uint8_t*>(p), kSplit3w, out);
+  else gather4(reinterpret_cast<const uint8_t*>(p), byChannel16(), out);
+}
+// Eight N-sample float pixels into three vectors of float lanes.
+template <int N>
+inline void floats(const float* p, __m256 out[3]) {
+  if constexpr (N == 3) {
+    const __m256 a = _mm256_castsi256_ps(load2(p, 48)), b = _mm256_castsi256_ps(load2(p + 4, 48)),
+                 c = _mm256_castsi256_ps(load2(p + 8, 48));
+    const __m256 t1 = _mm256_shuffle_ps(b, c, _MM_SHUFFLE(1, 1, 2, 2));
+    const __m256 t2 = _mm256_shuffle_ps(b, c, _MM_SHUFFLE(2, 2, 3, 3));
+    const __m256 t3 = _mm256_shuffle_ps(a, b, _MM_SHUFFLE(0, 0, 1, 1));
+    const __m256 t4 = _mm256_shuffle_ps(a, b, _MM_SHUFFLE(1, 1, 2, 2));
+    const __m256 t5 = _mm256_shuffle_ps(c, c, _MM_SHUFFLE(3, 3, 0, 0));
+    out[0] = _mm256_shuffle_ps(a, t1, _MM_SHUFFLE(2, 0, 3, 0));
+    out[1] = _mm256_shuffle_ps(t3, t2, _MM_SHUFFLE(2, 0, 2, 0));
+    out[2] = _mm256_shuffle_ps(t4, t5, _MM_SHUFFLE(2, 0, 2, 0));
+  } else {
+    __m256 v[4];
+    for (int i = 0; i < 4; ++i) v[i] = _mm256_castsi256_ps(load2(p + 4 * i, 64));
+    const __m256 t0 = _mm256_unpacklo_ps(v[0], v[1]), t1 = _mm256_unpacklo_ps(v[2], v[3]);
+    const __m256 t2 = _mm256_unpackhi_ps(v[0], v[1]), t3 = _mm256_unpackhi_ps(v[2], v[3]);
+    out[0] = _mm256_castpd_ps(_mm256_unpacklo_pd(_mm256_castps_pd(t0), _mm256_castps_pd(t1)));
+    out[1] = _mm256_castpd_ps(_mm256_unpackhi_pd(_mm256_castps_pd(t0), _mm256_castps_pd(t1)));
+    out[2] = _mm256_castpd_ps(_mm256_unpacklo_pd(_mm256_castps_pd(t2), _mm256_castps_pd(t3)));
+  }
+}
+}  // namespace channels
+
 // Sixteen pixels of a layout: load() fills lanes v[0..2] in the form's channel
 // order and, when asked, v[3] with alpha (never with High); store<WriteAlpha>()
 // writes them.
@@ -240,6 +318,42 @@ struct Of<layout::P<N>> {
     } else {
       store16(d.p[2] + x, lo(narrow2<Ord>(o[2], o[2])));
     }
+  }
+};
+
+// Half-width chroma planes: sixteen lumas and eight samples of each chroma
+// plane, each serving two pixels. Natural order, loads only.
+template <>
+struct Of<layout::HalfChromaP3> {
+  // Eight chroma samples at p, each twice.
+  static V twice(const uint8_t* p) {
+    const H c = _mm_cvtepu8_epi16(load8(p));
+    return _mm256_inserti128_si256(_mm256_castsi128_si256(_mm_unpacklo_epi16(c, c)), _mm_unpackhi_epi16(c, c), 1);
+  }
+  template <Order Ord, bool Alpha, bool High>
+  static void load(const SrcPlanes& s, int x, V o[4]) {
+    static_assert(Ord == Order::Natural && !High);
+    o[0] = _mm256_cvtepu8_epi16(loadu(s.p[0] + x));
+    o[1] = twice(s.p[1] + (x >> 1));
+    o[2] = twice(s.p[2] + (x >> 1));
+    if constexpr (Alpha) o[3] = _mm256_setzero_si256();
+  }
+};
+
+// Packed CbYCr422: sixteen pixels from 32 bytes, both pixels of a pair taking
+// its Cb and Cr. Natural order, loads only; Al as layout::CbYCrC2.
+template <bool Al>
+struct Of<layout::CbYCrC2<Al>> {
+  template <Order Ord, bool Alpha, bool High>
+  static void load(const SrcPlanes& s, int x, V o[4]) {
+    static_assert(Ord == Order::Natural && !High);
+    const uint8_t* p = s.p[0] + 2 * x;
+    const V m = _mm256_inserti128_si256(_mm256_castsi128_si256(layout::detail::load16<Al>(p)),
+                                        layout::detail::load16<Al>(p + 16), 1);
+    o[0] = _mm256_shuffle_epi8(m, both(_mm_setr_epi8(1, Z, 3, Z, 5, Z, 7, Z, 9, Z, 11, Z, 13, Z, 15, Z)));
+    o[1] = _mm256_shuffle_epi8(m, both(_mm_setr_epi8(0, Z, 0, Z, 4, Z, 4, Z, 8, Z, 8, Z, 12, Z, 12, Z)));
+    o[2] = _mm256_shuffle_epi8(m, both(_mm_setr_epi8(2, Z, 2, Z, 6, Z, 6, Z, 10, Z, 10, Z, 14, Z, 14, Z)));
+    if constexpr (Alpha) o[3] = _mm256_setzero_si256();
   }
 };
 

@@ -21,17 +21,8 @@ using layout::Px;
 #if LUM_SIMD_SSE
 using layout::Vx;
 
-// 16 bytes from memory; Al promises a 16-byte aligned address (the myAl paths).
-template <bool Al>
-inline __m128i load16(const uint8_t* p) {
-  if constexpr (Al) return _mm_load_si128(reinterpret_cast<const __m128i*>(p));
-  else return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-}
-template <bool Al>
-inline void store16(uint8_t* p, __m128i v) {
-  if constexpr (Al) _mm_store_si128(reinterpret_cast<__m128i*>(p), v);
-  else _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v);
-}
+using layout::detail::load16;
+using layout::detail::store16;
 #endif
 
 // Status of a conversion on 2-by-2 cells: a warning when a column or row was left over.
@@ -75,56 +66,8 @@ struct Reach {
 // Sources of the inverse conversions
 // ---------------------------------------------------------------------------
 
-// Y, Cb, Cr planes with chroma at half the horizontal resolution: pixel x takes
-// chroma sample x >> 1 (replication, no interpolation). The row driver hands
-// the chroma rows that belong to the luma row.
-struct HalfChromaP3 {
-  static void load(const SrcPlanes& s, int x, Px& o) {
-    o.v[0] = s.p[0][x];
-    o.v[1] = s.p[1][x >> 1];
-    o.v[2] = s.p[2][x >> 1];
-    o.v[3] = 0;
-  }
-#if LUM_SIMD_SSE
-  // Eight pixels from x (even): 8 luma bytes and 4 bytes of each chroma plane.
-  static __m128i chroma4(const uint8_t* p) {
-    int32_t w;
-    std::memcpy(&w, p, 4);
-    const __m128i c = _mm_cvtepu8_epi16(_mm_cvtsi32_si128(w));
-    return _mm_unpacklo_epi16(c, c);
-  }
-  static void load(const SrcPlanes& s, int x, Vx& o) {
-    o.v[0] = _mm_cvtepu8_epi16(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(s.p[0] + x)));
-    o.v[1] = chroma4(s.p[1] + (x >> 1));
-    o.v[2] = chroma4(s.p[2] + (x >> 1));
-    o.v[3] = _mm_setzero_si128();
-  }
-#endif
-};
-
-// Packed CbYCr422 (UYVY): Cb Y0 Cr Y1 per pixel pair; both pixels of a pair take
-// its Cb and Cr. Al: the vector loads may assume 16-byte alignment.
-template <bool Al>
-struct CbYCrC2 {
-  static void load(const SrcPlanes& s, int x, Px& o) {
-    const uint8_t* pair = s.p[0] + 4 * (x >> 1);
-    o.v[0] = pair[1 + 2 * (x & 1)];
-    o.v[1] = pair[0];
-    o.v[2] = pair[2];
-    o.v[3] = 0;
-  }
-#if LUM_SIMD_SSE
-  // Eight pixels from x (a multiple of 8): 16 bytes, split into 16-bit lanes.
-  static void load(const SrcPlanes& s, int x, Vx& o) {
-    constexpr int8_t Z = -128;
-    const __m128i m = load16<Al>(s.p[0] + 2 * x);
-    o.v[0] = _mm_shuffle_epi8(m, _mm_setr_epi8(1, Z, 3, Z, 5, Z, 7, Z, 9, Z, 11, Z, 13, Z, 15, Z));
-    o.v[1] = _mm_shuffle_epi8(m, _mm_setr_epi8(0, Z, 0, Z, 4, Z, 4, Z, 8, Z, 8, Z, 12, Z, 12, Z));
-    o.v[2] = _mm_shuffle_epi8(m, _mm_setr_epi8(2, Z, 2, Z, 6, Z, 6, Z, 10, Z, 10, Z, 14, Z, 14, Z));
-    o.v[3] = _mm_setzero_si128();
-  }
-#endif
-};
+using layout::CbYCrC2;
+using layout::HalfChromaP3;
 
 // BGRA source whose vector loads assume 16-byte aligned pixel groups (the
 // aligned path of BGRA to CbYCr422); scalar loads and results as layout::BGRA.

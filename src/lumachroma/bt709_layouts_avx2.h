@@ -1,8 +1,9 @@
-// Layout adaptors of the BT.709 wide blocks: the loads, shuffles and stores
-// that move the samples of the family's layouts between memory and sixteen
-// 16-bit lanes of lanes::Avx2, gathered in Io256 with the members of Io128
-// (bt709_kernels.h). Stores narrow with unsigned saturation (clamp8). Include
-// only from *_avx2.cpp files; everything here has internal linkage.
+// Layout adaptors of the BT.709 wide blocks on sixteen 16-bit lanes of
+// lanes::Avx2, gathered in Io256 with the members of Io128 (bt709_kernels.h):
+// pixel loads and stores are those of layout16::Of, in pixel order; what is
+// the family's own is the shape of its rows, the 4:2:0 chroma sinks and the
+// packed CbYCr422 pairs. Stores narrow with unsigned saturation (clamp8).
+// Include only from *_avx2.cpp files; everything here has internal linkage.
 #pragma once
 
 #include "frame/lanes_avx2.h"
@@ -14,116 +15,33 @@ namespace lum::bt709 {
 namespace {
 namespace io256 {
 
-
+using layout16::hi;
+using layout16::lo;
 using V = __m256i;
 using H = __m128i;
 
-constexpr int8_t Z = -128;  // pshufb: write zero
-
-H loadu(const uint8_t* p) { return _mm_loadu_si128(reinterpret_cast<const H*>(p)); }
-H load8(const uint8_t* p) { return _mm_loadl_epi64(reinterpret_cast<const H*>(p)); }
-template <bool Al>
-H load16(const uint8_t* p) {
-  if constexpr (Al) return _mm_load_si128(reinterpret_cast<const H*>(p));
-  else return _mm_loadu_si128(reinterpret_cast<const H*>(p));
-}
-template <bool Al>
-void store16(uint8_t* p, H v) {
-  if constexpr (Al) _mm_store_si128(reinterpret_cast<H*>(p), v);
-  else _mm_storeu_si128(reinterpret_cast<H*>(p), v);
-}
-// Two eight-lane halves as one sixteen-lane vector.
-V join(H lo, H hi) { return _mm256_inserti128_si256(_mm256_castsi128_si256(lo), hi, 1); }
-H lo(V v) { return _mm256_castsi256_si128(v); }
-H hi(V v) { return _mm256_extracti128_si256(v, 1); }
 // Sixteen lanes (0..255) as sixteen bytes.
 H bytes(V v) { return _mm_packus_epi16(lo(v), hi(v)); }
 
-// A byte mask, the same in both 128-bit halves.
-V mask(int8_t a0, int8_t a1, int8_t a2, int8_t a3, int8_t a4, int8_t a5, int8_t a6, int8_t a7, int8_t a8, int8_t a9,
-       int8_t a10, int8_t a11, int8_t a12, int8_t a13, int8_t a14, int8_t a15) {
-  return _mm256_broadcastsi128_si256(
-      _mm_setr_epi8(a0, a1, a2, a3, a4, a5, a6, a7, a8, a9, a10, a11, a12, a13, a14, a15));
-}
-
-// Sixteen pixels from x as three channels in the form's order (R G B or Y Cb Cr).
+// Sixteen pixels from x as three channels in the form's order (R G B or Y Cb
+// Cr), lanes in pixel order: the packed layouts load as layout16::Of does.
 template <class Src>
-struct Load;
-template <>
-struct Load<layout::BGR> {
+struct Load {
   static void at(const SrcPlanes& s, int x, V out[3]) {
-    V m[3];
-    layout16::split3<layout16::Order::Natural, false>(s.p[0] + 3 * x, m);
-    for (int k = 0; k < 3; ++k) out[2 - k] = m[k];  // memory B G R
-  }
-};
-template <bool Al>
-struct LoadBGRA {
-  static void at(const SrcPlanes& s, int x, V out[3]) {
-    const uint8_t* p = s.p[0] + 4 * x;
-    // Per 128-bit half of four pixels: B and G as 16-bit lanes, then R.
-    const V bg = mask(0, Z, 4, Z, 8, Z, 12, Z, 1, Z, 5, Z, 9, Z, 13, Z);
-    const V r = mask(2, Z, 6, Z, 10, Z, 14, Z, Z, Z, Z, Z, Z, Z, Z, Z);
-    const V a = join(load16<Al>(p), load16<Al>(p + 16));       // pixels 0-3 | 4-7
-    const V b = join(load16<Al>(p + 32), load16<Al>(p + 48));  // pixels 8-11 | 12-15
-    const V abg = _mm256_shuffle_epi8(a, bg), bbg = _mm256_shuffle_epi8(b, bg);
-    // 64-bit groups 0-3, 8-11 | 4-7, 12-15, put in order.
-    out[2] = _mm256_permute4x64_epi64(_mm256_unpacklo_epi64(abg, bbg), 0xD8);
-    out[1] = _mm256_permute4x64_epi64(_mm256_unpackhi_epi64(abg, bbg), 0xD8);
-    out[0] = _mm256_permute4x64_epi64(
-        _mm256_unpacklo_epi64(_mm256_shuffle_epi8(a, r), _mm256_shuffle_epi8(b, r)), 0xD8);
+    layout16::Of<Src>::template load<layout16::Order::Natural, false, false>(s, x, out);
   }
 };
 template <>
-struct Load<layout::BGRA> : LoadBGRA<false> {};
-template <>
-struct Load<BGRAAligned> : LoadBGRA<true> {};
-template <>
-struct Load<HalfChromaP3> {
-  // Eight chroma samples, each serving two pixels.
-  static V twice(const uint8_t* p) {
-    const H c = _mm_cvtepu8_epi16(load8(p));
-    return join(_mm_unpacklo_epi16(c, c), _mm_unpackhi_epi16(c, c));
-  }
-  static void at(const SrcPlanes& s, int x, V out[3]) {
-    out[0] = _mm256_cvtepu8_epi16(loadu(s.p[0] + x));
-    out[1] = twice(s.p[1] + (x >> 1));
-    out[2] = twice(s.p[2] + (x >> 1));
-  }
-};
-template <bool Al>
-struct Load<CbYCrC2<Al>> {
-  static void at(const SrcPlanes& s, int x, V out[3]) {
-    const uint8_t* p = s.p[0] + 2 * x;
-    const V m = join(load16<Al>(p), load16<Al>(p + 16));
-    const auto mask = [](H h) { return _mm256_broadcastsi128_si256(h); };
-    out[0] = _mm256_shuffle_epi8(m, mask(_mm_setr_epi8(1, Z, 3, Z, 5, Z, 7, Z, 9, Z, 11, Z, 13, Z, 15, Z)));
-    out[1] = _mm256_shuffle_epi8(m, mask(_mm_setr_epi8(0, Z, 0, Z, 4, Z, 4, Z, 8, Z, 8, Z, 12, Z, 12, Z)));
-    out[2] = _mm256_shuffle_epi8(m, mask(_mm_setr_epi8(2, Z, 2, Z, 6, Z, 6, Z, 10, Z, 10, Z, 14, Z, 14, Z)));
-  }
-};
+struct Load<BGRAAligned> : Load<layout::BGRA> {};
 
-// Sixteen pixels R, G, B stored at x.
+// Sixteen pixels R, G, B stored at x from lanes in pixel order, alpha as A
+// says (aval, or left alone), through layout16::Of.
 template <class Dst, Alpha A>
-struct Store;
-template <>
-struct Store<layout::BGR, Alpha::Keep> {
-  static void at(const DstPlanes& d, int x, const V in[3], int) {
-    layout16::merge3(d.p[0] + 3 * x, in[2], in[1], in[0]);  // memory B G R
-  }
-};
-template <>
-struct Store<layout::BGRA, Alpha::Aval> {
+struct Store {
+  static_assert(A == Alpha::Keep || A == Alpha::Aval);
   static void at(const DstPlanes& d, int x, const V in[3], int aval) {
-    const V bg = _mm256_packus_epi16(in[2], in[1]);  // B0-7 G0-7 | B8-15 G8-15
-    const V ra = _mm256_packus_epi16(in[0], _mm256_set1_epi16(int16_t(aval)));
-    const V br = _mm256_unpacklo_epi8(bg, ra), ga = _mm256_unpackhi_epi8(bg, ra);  // B R, G A pairs
-    const V q0 = _mm256_unpacklo_epi8(br, ga), q1 = _mm256_unpackhi_epi8(br, ga);  // pixels 0-3 | 8-11, 4-7 | 12-15
-    H* p = reinterpret_cast<H*>(d.p[0] + 4 * x);
-    _mm_storeu_si128(p, lo(q0));
-    _mm_storeu_si128(p + 1, lo(q1));
-    _mm_storeu_si128(p + 2, hi(q0));
-    _mm_storeu_si128(p + 3, hi(q1));
+    const V o[4] = {in[0], in[1], in[2], A == Alpha::Aval ? _mm256_set1_epi16(int16_t(aval)) : _mm256_setzero_si256()};
+    layout16::Of<Dst>::template store<layout16::Order::Natural, A != Alpha::Keep>(d, x, o);
   }
 };
 
@@ -176,15 +94,15 @@ struct Io256 {
     const V y = io256::lumaBytes(ya, yb);
     const H cb = io256::bytes(cc[0]), cr = io256::bytes(cc[1]);
     const H c0 = _mm_unpacklo_epi8(cb, cr), c1 = _mm_unpackhi_epi8(cb, cr);  // Cb Cr of pairs 0-7, 8-15
-    io256::store16<Al>(d, _mm_unpacklo_epi8(c0, io256::lo(y)));
-    io256::store16<Al>(d + 16, _mm_unpackhi_epi8(c0, io256::lo(y)));
-    io256::store16<Al>(d + 32, _mm_unpacklo_epi8(c1, io256::hi(y)));
-    io256::store16<Al>(d + 48, _mm_unpackhi_epi8(c1, io256::hi(y)));
+    store16<Al>(d, _mm_unpacklo_epi8(c0, io256::lo(y)));
+    store16<Al>(d + 16, _mm_unpackhi_epi8(c0, io256::lo(y)));
+    store16<Al>(d + 32, _mm_unpacklo_epi8(c1, io256::hi(y)));
+    store16<Al>(d + 48, _mm_unpackhi_epi8(c1, io256::hi(y)));
   }
   // Eight chroma samples at p, each serving two pixels.
-  static V chromaTwice(const uint8_t* p) { return io256::Load<HalfChromaP3>::twice(p); }
+  static V chromaTwice(const uint8_t* p) { return layout16::Of<HalfChromaP3>::twice(p); }
   // Sixteen bytes at p as sixteen lanes.
-  static V bytes(const uint8_t* p) { return _mm256_cvtepu8_epi16(io256::loadu(p)); }
+  static V bytes(const uint8_t* p) { return _mm256_cvtepu8_epi16(layout16::loadu(p)); }
 };
 
 }  // namespace

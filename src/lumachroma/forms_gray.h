@@ -1,7 +1,7 @@
 // Forms, layouts and row kernels of the one-channel conversions: colour to gray
 // over 8u, 16u, 16s, 32f and 64f samples, gray to three or four channels, and
-// the luma of packed 4:2:2. Samples are typed here (the 8-bit layouts of
-// frame/layouts.h know bytes only), and rows are addressed in elements.
+// the luma of packed 4:2:2. Rows are addressed in elements; the channel splits
+// and spreads the adaptors use are those of frame/layouts.h.
 //
 // A form is a small struct: pixel() is the lane-exact scalar rule, and where a
 // vector block pays, vblock<O>() computes the same lanes over the lane set O
@@ -19,6 +19,8 @@
 #include "frame/coeffs.h"
 #include "frame/fixed_point.h"
 #include "frame/lanes.h"
+#include "frame/layouts.h"
+#include "frame/rows.h"
 #include "lumcc.h"
 
 namespace lum {
@@ -46,19 +48,6 @@ inline int32_t cvtTrunc(double x) {
 #endif
 }
 
-// Unaligned element access: images of 16-, 32- and 64-bit samples may start at
-// any byte, so no load or store assumes the sample's natural alignment.
-template <class T>
-inline T ld(const T* p) {
-  T v;
-  std::memcpy(&v, p, sizeof(T));
-  return v;
-}
-template <class T>
-inline void st(T* p, T v) {
-  std::memcpy(p, &v, sizeof(T));
-}
-
 // Row y of an image whose step counts elements of T.
 template <class T>
 inline T* rowOfElems(T* base, int y, int elemStep) {
@@ -83,119 +72,6 @@ inline constexpr const float (&kDefaultWeights)[3] = coef::gray::kWeightsF32;
 inline int q15(float w) { return cvtTrunc(double(w) * 32768.0 + 0.5); }
 
 #if LUM_SIMD_SSE
-namespace detail {
-constexpr int8_t Z = -128;  // pshufb: write zero
-
-// Shuffle masks that gather channel k of sixteen 3-byte pixels from load j of the
-// three 16-byte loads (channel k of pixel i lies at byte 3i + k of the 48);
-// the 128-bit and the 256-bit splits share them.
-alignas(16) inline constexpr int8_t kSplit3[3][3][16] = {
-    {{0, 3, 6, 9, 12, 15, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z},
-     {Z, Z, Z, Z, Z, Z, 2, 5, 8, 11, 14, Z, Z, Z, Z, Z},
-     {Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 1, 4, 7, 10, 13}},
-    {{1, 4, 7, 10, 13, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z},
-     {Z, Z, Z, Z, Z, 0, 3, 6, 9, 12, 15, Z, Z, Z, Z, Z},
-     {Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 2, 5, 8, 11, 14}},
-    {{2, 5, 8, 11, 14, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z},
-     {Z, Z, Z, Z, Z, 1, 4, 7, 10, 13, Z, Z, Z, Z, Z, Z},
-     {Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 0, 3, 6, 9, 12, 15}},
-};
-
-// The same for eight 3-sample 16-bit pixels: lane k of pixel i is 16-bit element
-// 3i + k of the 24 in the three loads.
-alignas(16) inline constexpr int8_t kSplit3w[3][3][16] = {
-    {{0, 1, 6, 7, 12, 13, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z},
-     {Z, Z, Z, Z, Z, Z, 2, 3, 8, 9, 14, 15, Z, Z, Z, Z},
-     {Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 4, 5, 10, 11}},
-    {{2, 3, 8, 9, 14, 15, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z},
-     {Z, Z, Z, Z, Z, Z, 4, 5, 10, 11, Z, Z, Z, Z, Z, Z},
-     {Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 0, 1, 6, 7, 12, 13}},
-    {{4, 5, 10, 11, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, Z},
-     {Z, Z, Z, Z, 0, 1, 6, 7, 12, 13, Z, Z, Z, Z, Z, Z},
-     {Z, Z, Z, Z, Z, Z, Z, Z, Z, Z, 2, 3, 8, 9, 14, 15}},
-};
-
-// 48 bytes of three-channel pixels into three vectors, channel by channel, with
-// the shuffle masks of table t (one per channel and load).
-inline void gather3(const uint8_t* p, const int8_t (&t)[3][3][16], __m128i out[3]) {
-  const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-  const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16));
-  const __m128i c = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 32));
-  for (int k = 0; k < 3; ++k) {
-    const __m128i m0 = _mm_load_si128(reinterpret_cast<const __m128i*>(t[k][0]));
-    const __m128i m1 = _mm_load_si128(reinterpret_cast<const __m128i*>(t[k][1]));
-    const __m128i m2 = _mm_load_si128(reinterpret_cast<const __m128i*>(t[k][2]));
-    out[k] = _mm_or_si128(_mm_or_si128(_mm_shuffle_epi8(a, m0), _mm_shuffle_epi8(b, m1)), _mm_shuffle_epi8(c, m2));
-  }
-}
-
-// 64 bytes of four-channel pixels into the first three channels' vectors: mask m
-// groups each load's samples by channel, then 32- and 64-bit unpacks transpose.
-inline void gather4(const uint8_t* p, __m128i m, __m128i out[3]) {
-  __m128i v[4];
-  for (int i = 0; i < 4; ++i) v[i] = _mm_shuffle_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16 * i)), m);
-  const __m128i lo01 = _mm_unpacklo_epi32(v[0], v[1]), lo23 = _mm_unpacklo_epi32(v[2], v[3]);
-  const __m128i hi01 = _mm_unpackhi_epi32(v[0], v[1]), hi23 = _mm_unpackhi_epi32(v[2], v[3]);
-  out[0] = _mm_unpacklo_epi64(lo01, lo23);
-  out[1] = _mm_unpackhi_epi64(lo01, lo23);
-  out[2] = _mm_unpacklo_epi64(hi01, hi23);
-}
-
-// Groups a load's 8-bit samples (four pixels) or 16-bit samples (two pixels) by channel.
-inline __m128i byChannel8() { return _mm_setr_epi8(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15); }
-inline __m128i byChannel16() { return _mm_setr_epi8(0, 1, 8, 9, 2, 3, 10, 11, 4, 5, 12, 13, 6, 7, 14, 15); }
-
-// Sixteen 3- or 4-byte pixels, or eight 3- or 4-sample 16-bit pixels, into three vectors.
-inline void split3x16(const uint8_t* p, __m128i out[3]) { gather3(p, kSplit3, out); }
-inline void split4x16(const uint8_t* p, __m128i out[3]) { gather4(p, byChannel8(), out); }
-inline void split3x8w(const uint16_t* p, __m128i out[3]) {
-  gather3(reinterpret_cast<const uint8_t*>(p), kSplit3w, out);
-}
-inline void split4x8w(const uint16_t* p, __m128i out[3]) {
-  gather4(reinterpret_cast<const uint8_t*>(p), byChannel16(), out);
-}
-
-// Four 3- or 4-channel float pixels into three vectors of four lanes.
-template <int N>
-inline void split4f(const float* p, __m128 out[3]) {
-  if constexpr (N == 3) {
-    const __m128 a = _mm_loadu_ps(p), b = _mm_loadu_ps(p + 4), c = _mm_loadu_ps(p + 8);
-    // a = r0 g0 b0 r1, b = g1 b1 r2 g2, c = b2 r3 g3 b3
-    const __m128 t1 = _mm_shuffle_ps(b, c, _MM_SHUFFLE(1, 1, 2, 2));  // r2 r2 r3 r3
-    const __m128 t2 = _mm_shuffle_ps(b, c, _MM_SHUFFLE(2, 2, 3, 3));  // g2 g2 g3 g3
-    const __m128 t3 = _mm_shuffle_ps(a, b, _MM_SHUFFLE(0, 0, 1, 1));  // g0 g0 g1 g1
-    const __m128 t4 = _mm_shuffle_ps(a, b, _MM_SHUFFLE(1, 1, 2, 2));  // b0 b0 b1 b1
-    const __m128 t5 = _mm_shuffle_ps(c, c, _MM_SHUFFLE(3, 3, 0, 0));  // b2 b2 b3 b3
-    out[0] = _mm_shuffle_ps(a, t1, _MM_SHUFFLE(2, 0, 3, 0));
-    out[1] = _mm_shuffle_ps(t3, t2, _MM_SHUFFLE(2, 0, 2, 0));
-    out[2] = _mm_shuffle_ps(t4, t5, _MM_SHUFFLE(2, 0, 2, 0));
-  } else {
-    __m128 a = _mm_loadu_ps(p), b = _mm_loadu_ps(p + 4), c = _mm_loadu_ps(p + 8), d = _mm_loadu_ps(p + 12);
-    _MM_TRANSPOSE4_PS(a, b, c, d);
-    out[0] = a;
-    out[1] = b;
-    out[2] = c;
-  }
-}
-
-// pshufb masks that spread 16 bytes of E-byte gray samples over the three or
-// four channels of N-channel pixels: output vector j, byte i takes the source
-// byte of its pixel's sample, or zero where the byte belongs to the fourth
-// channel (filled from the aval pattern instead).
-template <int E, int N>
-struct Spread {
-  static constexpr int kPixels = 16 / E;  // source pixels per 16 bytes
-  int8_t mask[N][16];
-  constexpr Spread() : mask{} {
-    for (int j = 0; j < N; ++j)
-      for (int i = 0; i < 16; ++i) {
-        const int byte = 16 * j + i, elem = byte / E, pixel = elem / N, ch = elem % N;
-        mask[j][i] = ch == 3 ? Z : int8_t(pixel * E + byte % E);
-      }
-  }
-};
-}  // namespace detail
-
 // Layout adaptors of the 128-bit gray blocks: they move samples between the
 // rows and the lanes of lanes::Sse and do no arithmetic (the stores' saturating
 // packs are the forms' clamps).
@@ -205,8 +81,7 @@ struct Io128 {
   template <int N>
   static void q15In(const uint8_t* p, __m128i c[2][3]) {
     __m128i b[3];
-    if constexpr (N == 3) detail::split3x16(p, b);
-    else detail::split4x16(p, b);
+    layout::channels::bytes<N>(p, b);
     const __m128i z = _mm_setzero_si128();
     for (int k = 0; k < 3; ++k) {
       c[0][k] = _mm_unpacklo_epi8(z, b[k]);
@@ -222,9 +97,7 @@ struct Io128 {
   template <class T, int N>
   static void wordsIn(const T* s, __m128i c[2][3]) {
     __m128i w[3];
-    const auto* p = reinterpret_cast<const uint16_t*>(s);
-    if constexpr (N == 3) detail::split3x8w(p, w);
-    else detail::split4x8w(p, w);
+    layout::channels::words<N>(reinterpret_cast<const uint16_t*>(s), w);
     for (int k = 0; k < 3; ++k)
       for (int h = 0; h < 2; ++h) {
         const __m128i v = h ? _mm_srli_si128(w[k], 8) : w[k];
@@ -239,7 +112,7 @@ struct Io128 {
   }
   // Four N-channel float pixels as three channels.
   template <int N>
-  static void floatsIn(const float* p, __m128 c[3]) { detail::split4f<N>(p, c); }
+  static void floatsIn(const float* p, __m128 c[3]) { layout::channels::floats<N>(p, c); }
 
   // Gray to colour: source samples a step, and the step itself, which spreads
   // 16 bytes of gray samples over N-channel pixels with aval's bytes or'ed in.
@@ -248,7 +121,7 @@ struct Io128 {
   static __m128i alpha(__m128i pattern) { return pattern; }
   template <class T, int N>
   static void spread(const T* s, T* d, __m128i alpha) {
-    static constexpr detail::Spread<int(sizeof(T)), N> kMasks{};
+    static constexpr layout::channels::Spread<int(sizeof(T)), N> kMasks{};
     const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s));
     for (int j = 0; j < N; ++j) {
       const __m128i m = _mm_loadu_si128(reinterpret_cast<const __m128i*>(kMasks.mask[j]));
@@ -412,8 +285,10 @@ inline void toGrayRow(const T* s, T* d, int width, const BlockForm& bf, const Ta
 #else
   (void)r;
 #endif
-  for (; x < blockEnd; ++x) st(d + x, T(bf.pixel(ld(s + N * x), ld(s + N * x + 1), ld(s + N * x + 2))));
-  for (; x < width; ++x) st(d + x, T(tf.pixel(ld(s + N * x), ld(s + N * x + 1), ld(s + N * x + 2))));
+  for (; x < blockEnd; ++x)
+    storeAt(d + x, T(bf.pixel(loadAt(s + N * x), loadAt(s + N * x + 1), loadAt(s + N * x + 2))));
+  for (; x < width; ++x)
+    storeAt(d + x, T(tf.pixel(loadAt(s + N * x), loadAt(s + N * x + 1), loadAt(s + N * x + 2))));
 }
 
 // ---------------------------------------------------------------------------
@@ -426,10 +301,10 @@ template <class T, int N>
 struct GrayToColor {
   T aval;
   void pixel(T g, T* d) const {
-    st(d, g);
-    st(d + 1, g);
-    st(d + 2, g);
-    if constexpr (N == 4) st(d + 3, aval);
+    storeAt(d, g);
+    storeAt(d + 1, g);
+    storeAt(d + 2, g);
+    if constexpr (N == 4) storeAt(d + 3, aval);
   }
 #if LUM_SIMD_SSE
   // aval in the bytes of the fourth channel, zero elsewhere (zero for N == 3).
@@ -471,7 +346,7 @@ inline void grayToColorRow(const T* s, T* d, int width, const GrayToColor<T, N>&
 #else
   (void)r;
 #endif
-  for (; x < width; ++x) f.pixel(ld(s + x), d + N * x);
+  for (; x < width; ++x) f.pixel(loadAt(s + x), d + N * x);
 }
 
 // Luma of a packed YCbCr422 row: the first byte of every two-byte pixel. The

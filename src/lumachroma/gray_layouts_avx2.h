@@ -7,6 +7,7 @@
 #pragma once
 
 #include "frame/lanes_avx2.h"
+#include "frame/layouts_avx2.h"
 #include "lumachroma/forms_gray.h"
 
 #if LUM_SIMD_SSE && defined(__AVX2__)
@@ -16,46 +17,12 @@ namespace {
 struct Io256 {
   using Y = __m256i;
 
-  // A 128-bit pattern in both halves.
-  static Y both(__m128i v) { return _mm256_broadcastsi128_si256(v); }
-  // Half 0 from p, half 1 from p + off bytes.
-  static Y load2(const void* p, std::ptrdiff_t off) {
-    const auto* b = static_cast<const uint8_t*>(p);
-    return _mm256_inserti128_si256(_mm256_castsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(b))),
-                                   _mm_loadu_si128(reinterpret_cast<const __m128i*>(b + off)), 1);
-  }
-  static Y shuf(Y v, __m128i m) { return _mm256_shuffle_epi8(v, both(m)); }
-
-  // Two 48-byte groups of three-channel pixels (half 1 at p + 48) into three
-  // vectors, with the 128-bit split's mask table.
-  static void gather3(const uint8_t* p, const int8_t (&t)[3][3][16], Y out[3]) {
-    const Y a = load2(p, 48), b = load2(p + 16, 48), c = load2(p + 32, 48);
-    for (int k = 0; k < 3; ++k) {
-      const __m128i m0 = _mm_load_si128(reinterpret_cast<const __m128i*>(t[k][0]));
-      const __m128i m1 = _mm_load_si128(reinterpret_cast<const __m128i*>(t[k][1]));
-      const __m128i m2 = _mm_load_si128(reinterpret_cast<const __m128i*>(t[k][2]));
-      out[k] = _mm256_or_si256(_mm256_or_si256(shuf(a, m0), shuf(b, m1)), shuf(c, m2));
-    }
-  }
-  // Two 64-byte groups of four-channel pixels (half 1 at p + 64) into the first
-  // three channels' vectors, as the 128-bit gather4.
-  static void gather4(const uint8_t* p, __m128i m, Y out[3]) {
-    Y v[4];
-    for (int i = 0; i < 4; ++i) v[i] = shuf(load2(p + 16 * i, 64), m);
-    const Y lo01 = _mm256_unpacklo_epi32(v[0], v[1]), lo23 = _mm256_unpacklo_epi32(v[2], v[3]);
-    const Y hi01 = _mm256_unpackhi_epi32(v[0], v[1]), hi23 = _mm256_unpackhi_epi32(v[2], v[3]);
-    out[0] = _mm256_unpacklo_epi64(lo01, lo23);
-    out[1] = _mm256_unpackhi_epi64(lo01, lo23);
-    out[2] = _mm256_unpacklo_epi64(hi01, hi23);
-  }
-
   // Thirty-two N-byte pixels as two sets of three channels, samples << 8:
   // pixels 0..7 | 16..23, then 8..15 | 24..31; the store's pack restores the order.
   template <int N>
   static void q15In(const uint8_t* p, Y c[2][3]) {
     Y b[3];
-    if constexpr (N == 3) gather3(p, detail::kSplit3, b);
-    else gather4(p, detail::byChannel8(), b);
+    layout16::channels::bytes<N>(p, b);
     const Y z = _mm256_setzero_si256();
     for (int k = 0; k < 3; ++k) {
       c[0][k] = _mm256_unpacklo_epi8(z, b[k]);
@@ -71,9 +38,7 @@ struct Io256 {
   template <class T, int N>
   static void wordsIn(const T* s, Y c[2][3]) {
     Y w[3];
-    const auto* p = reinterpret_cast<const uint8_t*>(s);
-    if constexpr (N == 3) gather3(p, detail::kSplit3w, w);
-    else gather4(p, detail::byChannel16(), w);
+    layout16::channels::words<N>(reinterpret_cast<const uint16_t*>(s), w);
     for (int k = 0; k < 3; ++k)
       for (int h = 0; h < 2; ++h) {
         const Y u = h ? _mm256_unpackhi_epi16(w[k], w[k]) : _mm256_unpacklo_epi16(w[k], w[k]);
@@ -88,38 +53,17 @@ struct Io256 {
 
   // Four 3- or 4-channel float pixels per half (half 1 at p + 4N floats).
   template <int N>
-  static void floatsIn(const float* p, __m256 out[3]) {
-    if constexpr (N == 3) {
-      const __m256 a = _mm256_castsi256_ps(load2(p, 48)), b = _mm256_castsi256_ps(load2(p + 4, 48)),
-                   c = _mm256_castsi256_ps(load2(p + 8, 48));
-      const __m256 t1 = _mm256_shuffle_ps(b, c, _MM_SHUFFLE(1, 1, 2, 2));
-      const __m256 t2 = _mm256_shuffle_ps(b, c, _MM_SHUFFLE(2, 2, 3, 3));
-      const __m256 t3 = _mm256_shuffle_ps(a, b, _MM_SHUFFLE(0, 0, 1, 1));
-      const __m256 t4 = _mm256_shuffle_ps(a, b, _MM_SHUFFLE(1, 1, 2, 2));
-      const __m256 t5 = _mm256_shuffle_ps(c, c, _MM_SHUFFLE(3, 3, 0, 0));
-      out[0] = _mm256_shuffle_ps(a, t1, _MM_SHUFFLE(2, 0, 3, 0));
-      out[1] = _mm256_shuffle_ps(t3, t2, _MM_SHUFFLE(2, 0, 2, 0));
-      out[2] = _mm256_shuffle_ps(t4, t5, _MM_SHUFFLE(2, 0, 2, 0));
-    } else {
-      __m256 v[4];
-      for (int i = 0; i < 4; ++i) v[i] = _mm256_castsi256_ps(load2(p + 4 * i, 64));
-      const __m256 t0 = _mm256_unpacklo_ps(v[0], v[1]), t1 = _mm256_unpacklo_ps(v[2], v[3]);
-      const __m256 t2 = _mm256_unpackhi_ps(v[0], v[1]), t3 = _mm256_unpackhi_ps(v[2], v[3]);
-      out[0] = _mm256_castpd_ps(_mm256_unpacklo_pd(_mm256_castps_pd(t0), _mm256_castps_pd(t1)));
-      out[1] = _mm256_castpd_ps(_mm256_unpackhi_pd(_mm256_castps_pd(t0), _mm256_castps_pd(t1)));
-      out[2] = _mm256_castpd_ps(_mm256_unpacklo_pd(_mm256_castps_pd(t2), _mm256_castps_pd(t3)));
-    }
-  }
+  static void floatsIn(const float* p, __m256 out[3]) { layout16::channels::floats<N>(p, out); }
 
   // Gray to colour. Four channels take 8 source bytes a step, in both halves,
   // each half spreading its part; three channels take 32 source bytes a step
   // and put the six 16-byte blocks in order.
   template <class T, int N>
   static constexpr int kSpread = (N == 4 ? 8 : 32) / int(sizeof(T));
-  static Y alpha(__m128i pattern) { return both(pattern); }
+  static Y alpha(__m128i pattern) { return layout16::both(pattern); }
   template <class T, int N>
   static void spread(const T* s, T* d, Y alpha) {
-    static constexpr detail::Spread<int(sizeof(T)), N> kMasks{};
+    static constexpr layout::channels::Spread<int(sizeof(T)), N> kMasks{};
     auto mask = [](int j) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(kMasks.mask[j])); };
     if constexpr (N == 4) {
       const Y m = _mm256_inserti128_si256(_mm256_castsi128_si256(mask(0)), mask(1), 1);
@@ -131,6 +75,7 @@ struct Io256 {
       // Half 0 spreads the first 16 source bytes into blocks 0..2, half 1 the
       // next 16 into blocks 3..5.
       const Y v = _mm256_loadu_si256(reinterpret_cast<const Y*>(s));
+      using layout16::channels::shuf;
       const Y o0 = shuf(v, mask(0)), o1 = shuf(v, mask(1)), o2 = shuf(v, mask(2));
       auto* q = reinterpret_cast<Y*>(d);
       _mm256_storeu_si256(q, _mm256_permute2x128_si256(o0, o1, 0x20));

@@ -26,7 +26,7 @@ constexpr Field kCb[3] = {{0, 0}, {1, 10}, {2, 20}};
 constexpr Field kCr[3] = {{0, 20}, {2, 0}, {3, 10}};
 
 // One 10-bit sample of the group at g; reads that sample's word only.
-inline int sample(const Lum32u* g, Field f) { return int((ld(g + f.word) >> f.shift) & 0x3FFu); }
+inline int sample(const Lum32u* g, Field f) { return int((loadAt(g + f.word) >> f.shift) & 0x3FFu); }
 
 #if LUM_SIMD_SSE
 // The twelve samples of a group as 16-bit lanes, pixel i in lane i (lanes 6, 7
@@ -132,8 +132,8 @@ void v210Row(const Lum32u* s, Lum16u* d, int width) {
     for (; g < groups; ++g) Form::block(s + 4 * g, d + 6 * g);
 #endif
   for (; g < groups; ++g)
-    for (int i = 0; i < 6; ++i) st(d + 6 * g + i, Form::pixel(s + 4 * g, i));
-  for (int i = 0; i < width % 6; ++i) st(d + 6 * groups + i, Form::pixel(s + 4 * groups, i));
+    for (int i = 0; i < 6; ++i) storeAt(d + 6 * g + i, Form::pixel(s + 4 * g, i));
+  for (int i = 0; i < width % 6; ++i) storeAt(d + 6 * groups + i, Form::pixel(s + 4 * groups, i));
 }
 
 // Public layer with its own row loop. Pointers, then size and both steps: a step
