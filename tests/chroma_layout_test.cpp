@@ -375,8 +375,6 @@ TEST(ChromaLayout, EverySampleLandsWhereItsLayoutSays) {
 
 TEST(ChromaLayout, VectorBlocksMatchScalarTwinsAtEveryWidth) {
   for (const auto& c : cases()) checkVectorMatchesScalar(c.fc, blockWidths(), 8);
-  lum::NarrowScope narrow;
-  for (const auto& c : cases()) checkVectorMatchesScalar(c.fc, blockWidths(), 4);
 }
 
 // Aligned images take the aligned split of YCbCr422_C2P3R at widths of whole

@@ -145,9 +145,6 @@ TEST(Gray, RefusalsInCheckOrderLeaveDestinationUntouched) {
 
 TEST(Gray, VectorBlocksMatchScalarTwinsAtEveryWidth) {
   for (const auto& c : cases()) checkVectorMatchesScalar(c.fc, blockWidths(), 3);
-  // The eight-lane blocks alone, over the widths the sixteen-lane ones would take.
-  lum::NarrowScope eightLanes;
-  for (const auto& c : cases()) checkVectorMatchesScalar(c.fc, blockWidths(), 3);
 }
 
 TEST(Gray, AlignmentDoesNotChangeSamples) {
