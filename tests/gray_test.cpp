@@ -436,16 +436,3 @@ TEST(Gray, LumaOf422AtEveryWidth) {
     ASSERT_EQ(ci.destinationBytes(), before);
   }
 }
-
-// A reasonable gray: within a code of the rounded luma for the default weights.
-TEST(Gray, DefaultWeightsFollowTheLuma) {
-  std::mt19937 rng(23);
-  std::vector<Lum8u> src(300 * 3);
-  for (auto& v : src) v = Lum8u(rng());
-  std::vector<Lum8u> g(300);
-  ASSERT_EQ(lumiRGBToGray_8u_C3C1R(src.data(), 900, g.data(), 300, {300, 1}), lumStatusOk);
-  for (int x = 0; x < 300; ++x) {
-    const double y = 0.299 * src[size_t(3 * x)] + 0.587 * src[size_t(3 * x + 1)] + 0.114 * src[size_t(3 * x + 2)];
-    EXPECT_NEAR(g[size_t(x)], y, 1.0) << x;
-  }
-}
