@@ -391,6 +391,16 @@ TEST(Rgb422, WidthOneReadsTheByteBeforeTheRow) {
 
 // ---- known answers
 
+// The planar inverse tail on one pair where its coefficients part from the
+// packed tail's: G 24 here, 23 with the other set.
+TEST(Rgb422, PlanarInverseTailKnownAnswer) {
+  const uint8_t pair[4] = {20, 138, 20, 100};  // Y0 Cb Y1 Cr
+  uint8_t r[2], g[2], b[2];
+  Lum8u* const planes[3] = {r, g, b};
+  ASSERT_EQ(lumiYCbCr422ToRGB_8u_C2P3R(pair, 4, planes, 2, LumSize{2, 1}), lumStatusOk);
+  for (int x = 0; x < 2; ++x) EXPECT_EQ((std::array<int, 3>{r[x], g[x], b[x]}), (std::array<int, 3>{0, 24, 25})) << x;
+}
+
 // Black and white in, studio range out; zero luma out, black (alpha aside):
 // in the tail (width 2) and in a block (width 32) alike.
 TEST(Rgb422, StudioRangeEndsInBlockAndTail) {

@@ -240,6 +240,26 @@ TEST(RgbFull, ZeroLumaClampsToBlackInBlockAndTail) {
   }
 }
 
+// The three inverse tails on one pixel where their coefficients and rounding
+// part: SY1 (rounded), SY2 (rounded, other coefficients), SY3 (truncated).
+TEST(RgbFull, InverseTailsKnownAnswers) {
+  const struct {
+    const char* name;
+    std::vector<uint8_t> in, out;
+  } rows[] = {
+      {"YCbCrToRGB_C3R", {20, 138, 100}, {0, 23, 25}},           // SY1
+      {"YCbCrToRGB_P3R", {20, 138, 100}, {0, 24, 25}},           // SY2
+      {"YCbCrToRGB_AC4R", {20, 138, 100, 9}, {0, 23, 24, 0x5A}},  // SY3, alpha kept
+  };
+  for (const auto& r : rows) {
+    const FullCase* c = nullptr;
+    for (const auto& k : cases())
+      if (k.fc.name == r.name) c = &k;
+    ASSERT_NE(c, nullptr) << r.name;
+    EXPECT_EQ(convertAlone(c->fc, r.in, 1, 0), r.out) << r.name;
+  }
+}
+
 TEST(RgbFull, SaturatedRedGivesFullV) {
   const FnCase& fc = cases()[12].fc;  // RGBToYUV_C3R
   ASSERT_EQ(fc.name, "RGBToYUV_C3R");
