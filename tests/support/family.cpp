@@ -158,6 +158,15 @@ void checkRefusals(const FnCase& fc) {
       EXPECT_EQ(callWithNull(fc, ci, LumSize{fc.minWidth - 1, good.height}, nc), wantMin) << "below the minimum";
     }
   }
+  for (int image : {0, 1}) {
+    if (!(image == 0 ? fc.srcStepArray : fc.dstStepArray)) continue;
+    SCOPED_TRACE(testing::Message() << "null step array of image " << image);
+    Buffers b = ci.buffers();
+    (image == 0 ? b.srcSteps : b.dstSteps) = nullptr;
+    EXPECT_EQ(fc.call(b, good), lumStatusNullPointer);
+    const LumStatus want = fc.order == Order::SizeNull ? lumStatusBadSize : lumStatusNullPointer;
+    EXPECT_EQ(fc.call(b, LumSize{0, good.height}), want);
+  }
   EXPECT_EQ(ci.destinationBytes(), before) << "a refused call wrote to the destination";
   EXPECT_TRUE(ci.canariesIntact());
 }
@@ -169,18 +178,28 @@ void checkVectorMatchesScalar(const FnCase& fc, const std::vector<int>& widths, 
     if (w < fc.minWidth || w % fc.widthStep) continue;
     const LumSize roi{w, std::max(height - height % fc.heightStep, fc.minHeight)};
     SCOPED_TRACE(testing::Message() << "width " << w);
-    CallImages vec(fc, roi), sca(fc, roi);
+    CallImages vec(fc, roi), nar(fc, roi), sca(fc, roi);
     vec.randomizeSource(rng);
-    for (size_t i = 0; i < vec.src.size(); ++i) sca.src[i].setBytes(vec.src[i].bytes());
+    for (size_t i = 0; i < vec.src.size(); ++i) {
+      nar.src[i].setBytes(vec.src[i].bytes());
+      sca.src[i].setBytes(vec.src[i].bytes());
+    }
     vec.fillDestination(0x33);
+    nar.fillDestination(0x33);
     sca.fillDestination(0x33);
     ASSERT_EQ(fc.call(vec.buffers(), roi), expectedStatus(fc, roi));
+    {
+      lum::NarrowScope eightLanes;
+      ASSERT_EQ(fc.call(nar.buffers(), roi), expectedStatus(fc, roi));
+    }
     {
       lum::ScalarScope scalarOnly;
       ASSERT_EQ(fc.call(sca.buffers(), roi), expectedStatus(fc, roi));
     }
     ASSERT_EQ(vec.destinationBytes(), sca.destinationBytes()) << "vector and scalar paths differ";
+    ASSERT_EQ(nar.destinationBytes(), sca.destinationBytes()) << "128-bit blocks and scalar paths differ";
     ASSERT_TRUE(vec.canariesIntact()) << "write outside the region";
+    ASSERT_TRUE(nar.canariesIntact()) << "write outside the region (128-bit blocks)";
     ASSERT_TRUE(sca.canariesIntact()) << "write outside the region (scalar)";
   }
 }

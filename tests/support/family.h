@@ -104,6 +104,9 @@ struct FnCase {
   // False when the function lets any height through: a height below 1 writes
   // nothing and returns okStatus.
   bool heightChecked = true;
+  // The image's planes take their steps from an array argument, which a null
+  // refuses like a null plane array (before the size).
+  bool srcStepArray = false, dstStepArray = false;
 };
 
 // Status of a good call of the function at this size.
@@ -126,8 +129,8 @@ struct CallImages {
 // Runs the refusal checks of one function (null per pointer, bad sizes, the
 // order when both are wrong) and requires the destination to be untouched.
 void checkRefusals(const FnCase& fc);
-// Converts random images at the given widths with vector blocks on and off and
-// requires identical output, intact canaries and the function's okStatus.
+// Converts random images at the given widths with wide blocks, 128-bit blocks
+// and scalar code alone, and requires identical output, intact canaries and the function's okStatus.
 void checkVectorMatchesScalar(const FnCase& fc, const std::vector<int>& widths, int height);
 // Same source through aligned and misaligned images: identical output.
 void checkAlignmentInvariance(const FnCase& fc, const std::vector<int>& widths, int height);
