@@ -8,9 +8,9 @@ namespace lumtest {
 
 std::string checkFormsWide() { return checkAllForms<lum::lanes::Avx2>("Avx2"); }
 
-std::string checkLanesWide() {
+std::string checkLanesWide(const std::vector<LaneOp>& sse) {
   const auto wide = laneOps<lum::lanes::Avx2>();
-  const auto sse = laneOps<lum::lanes::Sse>();
+  if (wide.size() != sse.size()) return "the two sets list different operations\n";
   std::string fails;
   for (size_t i = 0; i < wide.size(); ++i) {
     if (wide[i].halves == Halves::None) continue;

@@ -141,9 +141,9 @@ constexpr int kLaneRounds = 600;
 // Bytes of the out buffer a lane op may write for a register of `bytes`.
 constexpr int laneOutBytes(int bytes) { return 8 * bytes; }
 
-// Each per-half operation of the 256-bit set against the 128-bit set on each
-// half, from the file built for AVX2; call only where the processor has AVX2.
-// Returns the failures, one per line.
-std::string checkLanesWide();
+// Each operation of the 256-bit set against the same of the 128-bit set (sse,
+// built for the baseline) on each half, from the file built for AVX2; call
+// only where the processor has AVX2. Returns the failures, one per line.
+std::string checkLanesWide(const std::vector<LaneOp>& sse);
 
 }  // namespace lumtest
