@@ -83,10 +83,10 @@ struct Repeated {
 // Chroma of pixels x .. x+15 of a row (x = 2j, j + 8 <= n) as two vectors of
 // eight 16-bit lanes: even pixels take sample j + i, odd pixels the average of
 // samples j + i and j + i + 1.
-void chroma16(const Lum8u* c, int j, V out[2]) {
-  const V here = _mm_loadl_epi64(reinterpret_cast<const V*>(c + j));
-  const V next = _mm_loadl_epi64(reinterpret_cast<const V*>(c + j + 1));
-  const V px = _mm_unpacklo_epi8(here, lanes::Sse::avg8(here, next));
+void chroma16(const Lum8u* c, int j, __m128i out[2]) {
+  const __m128i here = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(c + j));
+  const __m128i next = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(c + j + 1));
+  const __m128i px = _mm_unpacklo_epi8(here, lanes::Sse::avg8(here, next));
   out[0] = _mm_cvtepu8_epi16(px);
   out[1] = _mm_unpackhi_epi8(px, _mm_setzero_si128());
 }
@@ -96,7 +96,7 @@ void chroma16(const Lum8u* c, int j, V out[2]) {
 void pairBlocks(const SrcPlanes& s0, const SrcPlanes& s1, const DstPlanes& d0, const DstPlanes& d1, int end,
                 const RowCtx& c) {
   for (int x = 0; x < end; x += 16) {
-    V cb[2], cr[2];
+    __m128i cb[2], cr[2];
     chroma16(s0.p[1], x / 2, cb);
     chroma16(s0.p[2], x / 2, cr);
     for (int half = 0; half < 2; ++half) {
