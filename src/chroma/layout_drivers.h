@@ -15,6 +15,7 @@
 #include <type_traits>
 
 #include "chroma/wide_blocks.h"
+#include "frame/lanes.h"
 #include "frame/pair_layouts.h"
 #include "kernels/primitives.h"
 
@@ -157,7 +158,7 @@ inline void eachRow(int rows, bool stream, RowFn&& row) {
 #if LUM_SIMD_SSE
   if (stream) {
     for (int y = 0; y < rows; ++y) row(y, v, std::true_type{});
-    _mm_sfence();
+    lanes::Sse::fence();
     return;
   }
 #endif
