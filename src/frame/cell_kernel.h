@@ -145,6 +145,14 @@ inline void spreadCells(V c, V& a, V& b) {
   }
 }
 
+// The row pointers of a set of planes, read one at a time; the steps stay 0.
+template <class T>
+inline Planes<T> rowPointers(const Planes<T>& in) {
+  Planes<T> r;
+  for (int i = 0; i < 4; ++i) r.p[i] = in.p[i];
+  return r;
+}
+
 // The block steps of the cell kernels, written once over a lane set O and run
 // at 128 bits (lanes::Sse) and, in the *_avx2.cpp files, at 256 bits. A step
 // covers 2 * O::kLanes pixels of each row of the cell row from x, as two groups
@@ -162,9 +170,12 @@ template <class O, class Cell, class BlockF, class Io>
 inline int cellForwardSteps(const SrcPlanes* rgb, const CellRowPtrs<uint8_t>& out, int x, int end) {
   using V = typename O::V;
   constexpr int kStep = 2 * O::kLanes;
+  if (x + kStep > end) return x;
   // Local copies: the byte stores could otherwise alias the row pointers, which
-  // the compiler would then load again at every store.
-  const SrcPlanes src[2] = {rgb[0], rgb[Cell::kRows - 1]};
+  // the compiler would then load again at every store. Only the pointers are
+  // copied, one by one: the caller has just written them 8 bytes at a time, and
+  // wider reads of them would wait for those stores to reach the cache.
+  const SrcPlanes src[2] = {rowPointers(rgb[0]), rowPointers(rgb[Cell::kRows - 1])};
   uint8_t* const luma[2] = {out.luma[0], out.luma[1]};
   const DstPlanes chroma = out.chroma;
   for (; x + kStep <= end; x += kStep) {
