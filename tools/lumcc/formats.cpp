@@ -48,4 +48,20 @@ bool registerRoute(Route r) {
   return true;
 }
 
+std::vector<Command>& commands() {
+  static std::vector<Command> all;
+  return all;
+}
+
+const Command* findCommand(const std::string& name) {
+  for (const Command& c : commands())
+    if (c.name == name) return &c;
+  return nullptr;
+}
+
+bool registerCommand(Command c) {
+  commands().push_back(std::move(c));
+  return true;
+}
+
 }  // namespace lumcli

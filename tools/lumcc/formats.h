@@ -47,4 +47,18 @@ std::vector<Route>& routes();
 const Route* findRoute(const std::string& from, const std::string& to);
 bool registerRoute(Route r);
 
+// A command of the tool beyond convert/demo/info (gamma, dither, demosaic ...),
+// registered by a static registrar in the file that implements it.
+struct Command {
+  std::string name;   // first argument
+  std::string usage;  // one or more lines for `lumcc help`, without the leading indent
+  // Arguments after the command name; returns the process exit code. Throws
+  // std::invalid_argument for a usage error.
+  std::function<int(const std::vector<std::string>& args)> run;
+};
+
+std::vector<Command>& commands();
+const Command* findCommand(const std::string& name);
+bool registerCommand(Command c);
+
 }  // namespace lumcli

@@ -33,8 +33,15 @@ void printHelp() {
       "                --from/--to;\n"
       "                raw files need --size; --matrix picks the BT.601 or BT.709 forms\n"
       "  info          print the library version and build\n"
-      "  help          print this text\n\n"
-      "raw formats:\n");
+      "  help          print this text\n");
+  for (const Command& c : commands()) {
+    // Usage lines after the first are indented under the command's name.
+    std::string text = c.usage;
+    for (size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 1))
+      text.insert(at + 1, "                ");
+    std::printf("  %-13s %s\n", c.name.c_str(), text.c_str());
+  }
+  std::printf("\nraw formats:\n");
   // One line a name: the BT.601 entry, marked when a BT.709 entry exists too.
   for (const Format& f : formats()) {
     const Format* base = findFormat(f.name, "601");
@@ -278,6 +285,7 @@ int main(int argc, char** argv) {
     if (cmd == "demo") return demo(args.size() > 1 ? args[1] : ".");
     if (cmd == "info") return info();
     if (cmd == "convert") return convert(std::vector<std::string>(args.begin() + 1, args.end()));
+    if (const Command* c = findCommand(cmd)) return c->run(std::vector<std::string>(args.begin() + 1, args.end()));
     std::fprintf(stderr, "lumcc: unknown command '%s' (try lumcc help)\n", cmd.c_str());
     return kExitUsage;
   } catch (const std::invalid_argument& e) {
