@@ -18,6 +18,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "frame/rcp_estimate.h"
+
 #include "frame/simd.h"
 
 namespace lum::lanes {
@@ -181,6 +183,8 @@ struct Emu {
   static F cvtif(V a) { F r; for (int i = 0; i < 4; ++i) r.l[i] = float(a.w(i)); return r; }
   static V cvtfi(F a) { V r; for (int i = 0; i < 4; ++i) r.w(i, emu::cvtNearest(a.l[i])); return r; }
   static V cvttfi(F a) { V r; for (int i = 0; i < 4; ++i) r.w(i, emu::cvtTrunc(a.l[i])); return r; }
+  // The library's 12-bit reciprocal estimate, lane by lane (never the processor's instruction).
+  static F rcpf(F a) { F r; for (int i = 0; i < 4; ++i) r.l[i] = rcpEstimate(a.l[i]); return r; }
 
   // ---- double-precision lanes
   static D setd(double v) { return {{v, v}}; }
@@ -385,6 +389,7 @@ struct Sse {
   static F cvtif(V a) { return _mm_cvtepi32_ps(a); }
   static V cvtfi(F a) { return _mm_cvtps_epi32(a); }
   static V cvttfi(F a) { return _mm_cvttps_epi32(a); }
+  static F rcpf(F a) { return rcpEstimate(a); }
 
   // ---- double-precision lanes
   static D setd(double v) { return _mm_set1_pd(v); }

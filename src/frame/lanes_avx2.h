@@ -88,6 +88,23 @@ struct Avx2 {
   static F cvtif(V a) { return _mm256_cvtepi32_ps(a); }
   static V cvtfi(F a) { return _mm256_cvtps_epi32(a); }
   static V cvttfi(F a) { return _mm256_cvttps_epi32(a); }
+  // The library's reciprocal estimate on eight lanes: the same masks as the
+  // 128-bit form, the mantissa table read by a gather.
+  static F rcpf(F a) {
+    const __m256i b = _mm256_castps_si256(a);
+    const __m256i sign = _mm256_and_si256(b, _mm256_set1_epi32(int(0x80000000u)));
+    const __m256i ex = _mm256_and_si256(_mm256_srli_epi32(b, 23), _mm256_set1_epi32(0xFF));
+    const __m256i idx = _mm256_and_si256(_mm256_srli_epi32(b, 12), _mm256_set1_epi32(0x7FF));
+    const __m256i mant = _mm256_i32gather_epi32(reinterpret_cast<const int*>(kRcpMantissa.data()), idx, 4);
+    __m256i r = _mm256_or_si256(_mm256_or_si256(sign, _mm256_slli_epi32(_mm256_sub_epi32(_mm256_set1_epi32(253), ex), 23)), mant);
+    r = _mm256_blendv_epi8(r, sign, _mm256_cmpgt_epi32(ex, _mm256_set1_epi32(252)));
+    r = _mm256_blendv_epi8(r, _mm256_or_si256(sign, _mm256_set1_epi32(0x7F800000)),
+                           _mm256_cmpeq_epi32(ex, _mm256_setzero_si256()));
+    const __m256i absb = _mm256_and_si256(b, _mm256_set1_epi32(0x7FFFFFFF));
+    r = _mm256_blendv_epi8(r, _mm256_or_si256(b, _mm256_set1_epi32(0x400000)),
+                           _mm256_cmpgt_epi32(absb, _mm256_set1_epi32(0x7F800000)));
+    return _mm256_castsi256_ps(r);
+  }
 
   // ---- double-precision lanes
   static D setd(double v) { return _mm256_set1_pd(v); }

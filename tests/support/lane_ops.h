@@ -109,6 +109,7 @@ std::vector<LaneOp> laneOps() {
       LANE_OP(cvtif, 'f', Each, X::put(o, O::cvtif(X::v(a[0])))),
       LANE_OP(cvtfi, 'i', Each, X::put(o, O::cvtfi(X::f(a[0])))),
       LANE_OP(cvttfi, 'i', Each, X::put(o, O::cvttfi(X::f(a[0])))),
+      LANE_OP(rcpf, 'i', Each, X::put(o, O::rcpf(X::f(a[0])))),
       LANE_OP(setd, 'd', Broadcast, X::put(o, O::setd(X::f64(a[0])))),
       LANE_OP(zerod, 'd', Broadcast, X::put(o, O::zerod())),
       LANE_D2(addd), LANE_D2(subd), LANE_D2(muld), LANE_D2(divd),
