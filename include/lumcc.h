@@ -791,7 +791,10 @@ LUMAPI LumStatus lumiYCbCr411ToYCbCr420_8u_P2P3R(const Lum8u* pSrcY, int srcYSte
 /** Semi-planar 4:1:1 to YV12 planes. */
 LUMAPI LumStatus lumiYCbCr411ToYCrCb420_8u_P2P3R(const Lum8u* pSrcY, int srcYStep, const Lum8u* pSrcCbCr,
     int srcCbCrStep, Lum8u* const pDst[3], const int dstStep[3], LumSize roiSize);
-/** 4:2:0 planes to 4:1:1 planes with vertical averaging; width a multiple of 4, height even. */
+/** 4:2:0 planes to 4:1:1 planes with vertical averaging; width a multiple of 4, height even.
+ *  Height 2 reads two chroma rows of each source plane (one below the region's) and writes
+ *  four chroma rows of each destination plane (two below): leave that room, or pass a
+ *  height of at least 4. */
 LUMAPI LumStatus lumiYCbCr420To411_8u_P3R(const Lum8u* const pSrc[3], const int srcStep[3], Lum8u* const pDst[3],
     const int dstStep[3], LumSize roiSize);
 /** 4:1:1 planes to 4:2:0 planes with horizontal interpolation; width and height multiples of 4. */
@@ -828,7 +831,9 @@ LUMAPI LumStatus lumiYCbCr420ToYCbCr422_Filter_8u_P2C2R(const Lum8u* pSrcY, int 
 LUMAPI LumStatus lumiYCbCr420ToYCrCb420_Filter_8u_P2P3R(const Lum8u* pSrcY, int srcYStep, const Lum8u* pSrcCbCr,
     int srcCbCrStep, Lum8u* const pDst[3], const int dstStep[3], LumSize roiSize, int layout);
 /** YV12 planes to BGRA with interpolated chroma; lumStatusOddSize for odd sizes (the
- *  even part is converted; a region one pixel wide or high is left as it is). */
+ *  even part is converted; a region one pixel high is left as it is). A region one pixel
+ *  wide converts two pixels a row from chroma sample 0: leave room for the second pixel
+ *  in the destination and for two luma samples a row in the source. */
 LUMAPI LumStatus lumiYCrCb420ToBGR_Filter_8u_P3C4R(const Lum8u* const pSrc[3], const int srcStep[3], Lum8u* pDst,
     int dstStep, LumSize roiSize, Lum8u alpha);
 

@@ -19,6 +19,16 @@ const ImageShape kP420 = planesImg({kFull, kHalf420, kHalf420});
 const ImageShape kP422 = planesImg({kFull, kHalf422, kHalf422});
 const ImageShape kNv12 = separateImg({kFull, kNv12Chroma});
 
+// A plane whose rows hold at least minBytes bytes whatever the width.
+PlaneShape atLeast(PlaneShape p, int minBytes) {
+  p.bytesFor = [p, minBytes](int w) { return std::max(p.rowBytes(w), minBytes); };
+  return p;
+}
+// A region one pixel wide converts two pixels a row from chroma sample 0: the
+// images of the BGR filter carry that room.
+const ImageShape kP420Pair = planesImg({atLeast(kFull, 2), atLeast(kHalf420, 1), atLeast(kHalf420, 1)});
+const ImageShape kBgraPair{false, {atLeast(PlaneShape{4}, 8)}, -1};
+
 FnCase mk(const char* name, ImageShape s, ImageShape d, Order o, int minW, int minH, CallFn f) {
   FnCase c;
   c.name = name;
@@ -62,7 +72,7 @@ const std::vector<FnCase>& cases() {
       t.push_back(mk(("NV12ToYV12_Filter_P2P3R" + sfx).c_str(), kNv12, kP420, Order::NullSizePlanesSize, 2, 2,
                      [layout](const B& b, LumSize r) { return p2p3(b, r, layout); }));
     }
-    FnCase bgr = mk("YCrCb420ToBGR_Filter_P3C4R", kP420, packedImg(4), Order::NullSizePlanes, 1, 1,
+    FnCase bgr = mk("YCrCb420ToBGR_Filter_P3C4R", kP420Pair, kBgraPair, Order::NullSizePlanes, 1, 1,
                     [](const B& b, LumSize r) {
                       return lumiYCrCb420ToBGR_Filter_8u_P3C4R(b.srcPlanes(), b.srcSteps, b.dstPtr(), b.dstStep, r, 0x9C);
                     });
@@ -547,8 +557,8 @@ void checkBgrFilter(LumSize roi) {
   ci.randomizeSource(rng);
   ci.fillDestination(0x42);
   ASSERT_EQ(fc.call(ci.buffers(), roi), fc.expected(roi));
-  const int n = roi.width / 2 - 1;
-  const int pairs = roi.width >= 2 ? roi.height / 2 : 0;
+  const int n = roi.width > 1 ? roi.width / 2 - 1 : 0;  // one pixel wide: the closing pair alone
+  const int pairs = roi.height / 2;
   for (int r = 0; r < roi.height; ++r)
     for (int x = 0; x < roi.width; ++x) {
       const uint8_t* px = ci.dst[0].row(r) + 4 * x;
@@ -577,6 +587,28 @@ TEST(BgrFilter, EachColumnTakesItsFormAndChroma) {
     for (int h : {1, 2, 3, 4, 7}) checkBgrFilter({w, h});
 }
 
+
+// W = 1: the closing pair alone, pixels 0 and 1 from chroma sample 0, and the
+// odd-size warning; H = 1 writes nothing.
+TEST(BgrFilter, OnePixelWideWritesTheClosingPair) {
+  const Lum8u y[2][2] = {{235, 16}, {126, 235}}, cr[1] = {128}, cb[1] = {128};
+  const Lum8u* src[3] = {&y[0][0], cr, cb};
+  const int steps[3] = {2, 1, 1};
+  Lum8u out[2][12];
+  std::memset(out, 0xEE, sizeof out);
+  ASSERT_EQ(lumiYCrCb420ToBGR_Filter_8u_P3C4R(src, steps, &out[0][0], 12, {1, 2}, 7), lumStatusOddSize);
+  const int grey[2][2] = {{254, 0}, {128, 254}};
+  for (int r = 0; r < 2; ++r) {
+    for (int x = 0; x < 2; ++x) {
+      for (int k = 0; k < 3; ++k) EXPECT_EQ(out[r][4 * x + k], grey[r][x]) << r << " " << x;
+      EXPECT_EQ(out[r][4 * x + 3], 7);
+    }
+    for (int b = 8; b < 12; ++b) EXPECT_EQ(out[r][b], 0xEE);
+  }
+  std::memset(out, 0xEE, sizeof out);
+  ASSERT_EQ(lumiYCrCb420ToBGR_Filter_8u_P3C4R(src, steps, &out[0][0], 12, {1, 1}, 7), lumStatusOddSize);
+  for (int b = 0; b < 12; ++b) EXPECT_EQ(out[0][b], 0xEE);
+}
 
 TEST(BgrFilter, GreyAndPrimaryKnownAnswers) {
   // Studio white and black, a mid grey, and the three primaries, in the tail

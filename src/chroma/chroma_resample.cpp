@@ -84,9 +84,10 @@ void yuv420toyuv411_sse2_asm(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int ds
   const bool vec = useVector();
   const int n = width / 4, rows = height / 2;
   const int up = n & ~31;  // outputs covered by blocks of 32
-  // A region two rows high has one input row: it is the last, and no regular
-  // pass runs (a regular pass would read a row below the region).
-  window::eachRow(window::Plane{pSrc, srcStep}, 0, rows - 1, std::array{0, 1}, window::Inside{},
+  // The row loop tests its end after a pass, so at least one regular pass runs:
+  // a region two rows high reads input rows 0 and 1 and writes output rows 0 to 3.
+  const int passes = rows > 1 ? rows - 1 : 1;
+  window::eachRow(window::Plane{pSrc, srcStep}, 0, passes, std::array{0, 1}, window::Inside{},
                   [&](int r, const std::array<const uint8_t*, 2>& in) {
                     uint8_t* d0 = rowAt(pDst, 2 * r, dstStep);
                     uint8_t* d1 = rowAt(pDst, 2 * r + 1, dstStep);
@@ -95,9 +96,9 @@ void yuv420toyuv411_sse2_asm(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int ds
                     span<EvenMean, true>(mean, 0, up, vec);
                     span<EvenMean, false>(mean, up, n, vec);
                   });
-  const uint8_t* last = rowAt(pSrc, rows - 1, srcStep);
-  span<EvenCopy, true>(EvenCopy{last, rowAt(pDst, 2 * rows - 2, dstStep)}, 0, n, vec);
-  span<EvenCopy, true>(EvenCopy{last, rowAt(pDst, 2 * rows - 1, dstStep)}, 0, n, vec);
+  const uint8_t* last = rowAt(pSrc, passes, srcStep);
+  span<EvenCopy, true>(EvenCopy{last, rowAt(pDst, 2 * passes, dstStep)}, 0, n, vec);
+  span<EvenCopy, true>(EvenCopy{last, rowAt(pDst, 2 * passes + 1, dstStep)}, 0, n, vec);
 }
 
 // ---- horizontal doubling: 4:1:1 to 4:2:0 and the rows of 16:2:0 to 4:2:0 ------------------

@@ -148,7 +148,8 @@ void myYCrCb420ToBGR_8u_P3C4R(const Lum8u* const src[3], const int srcStep[3], L
       s[row].p[2] = rowAt(src[1], k, srcStep[1]);
       d[row].p[0] = out[row];
     }
-    innerYCrCb420ToBGR(s, d, w / 2 - 1, c);
+    // W = 1 has no pair before the closing one: the closing pair is pixels 0 and 1.
+    innerYCrCb420ToBGR(s, d, w > 1 ? w / 2 - 1 : 0, c);
   }
 }
 
@@ -162,6 +163,6 @@ LumStatus lumiYCrCb420ToBGR_Filter_8u_P3C4R(const Lum8u* const pSrc[3], const in
   if (check::anyNull(pSrc, srcStep, pDst)) return lumStatusNullPointer;
   if (check::badSize(roi)) return lumStatusBadSize;
   if (check::anyPlaneNull(pSrc, 3)) return lumStatusNullPointer;
-  if (roi.width >= 2) myYCrCb420ToBGR_8u_P3C4R(pSrc, srcStep, pDst, dstStep, roi.width, roi.height, alpha);
+  myYCrCb420ToBGR_8u_P3C4R(pSrc, srcStep, pDst, dstStep, roi.width, roi.height, alpha);
   return (roi.width | roi.height) & 1 ? lumStatusOddSize : lumStatusOk;
 }
