@@ -129,7 +129,7 @@ LumStatus lumiYCbCr422ToYCbCr411_8u_C2P2R(const Lum8u* pSrc, int srcStep, Lum8u*
                                           Lum8u* pDstCbCr, int dstCbCrStep, LumSize roi) {
   if (check::anyNull(pSrc, pDstY, pDstCbCr)) return lumStatusNullPointer;
   if (LumStatus s = sizeRule<SizeClass::F>(roi)) return s;
-  const bool stream = mul32(add32(3 * roi.width, roi.width / 2), roi.height) > 1572864 && aligned16(pDstY) &&
+  const bool stream = mul32(add32(mul32(3, roi.width), roi.width / 2), roi.height) > 1572864 && aligned16(pDstY) &&
                       aligned16(pDstCbCr) && aligned16(dstYStep) && aligned16(dstCbCrStep);
   ownYCbCr422ToYCbCr411_8u_C2P2R(roi, packedSrc(pSrc, srcStep), twoPlanes(pDstY, dstYStep, pDstCbCr, dstCbCrStep),
                                  stream);
