@@ -316,7 +316,11 @@ struct Emu {
   // a where the sign bit of m's lane is set, else b.
   static F selectf(F m, F a, F b) {
     F r;
-    for (int i = 0; i < 4; ++i) r.l[i] = std::signbit(m.l[i]) ? a.l[i] : b.l[i];
+    for (int i = 0; i < 4; ++i) {
+      int32_t mb;
+      std::memcpy(&mb, &m.l[i], 4);
+      r.l[i] = mb < 0 ? a.l[i] : b.l[i];
+    }
     return r;
   }
   // a with the sign bit cleared.

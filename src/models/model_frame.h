@@ -18,9 +18,11 @@
 #include <cstdint>
 #include <type_traits>
 
+#include "frame/check.h"
 #include "frame/lanes.h"
 #include "frame/layouts.h"
 #include "frame/rows.h"
+#include "models/model_layouts.h"
 #include "models/pow_luv.h"
 
 namespace lum::models {
@@ -63,8 +65,25 @@ struct PixelLanes {
   using Elem = std::conditional_t<std::is_same_v<T, Lum32f>, float, int32_t>;
   static constexpr int kP = kPixelsOf<O>;
 
+  // True where an SSE adaptor moves the samples (C3 of 8u or 32f).
+  static constexpr bool kShuffled =
+#if LUM_SIMD_SSE
+      std::is_same_v<O, lanes::Sse> && M::kN == 3 && (std::is_same_v<T, Lum8u> || std::is_same_v<T, Lum32f>);
+#else
+      false;
+#endif
+
   static void load(const uint8_t* row, int x, Ln out[3]) {
     const T* p = layout::samples<T>(row) + std::ptrdiff_t(x) * M::kN;
+#if LUM_SIMD_SSE
+    if constexpr (kShuffled) {
+      Ln m[3];
+      if constexpr (std::is_same_v<T, Lum8u>) sse::load8uC3(p, m);
+      else sse::load32fC3(p, m);
+      for (int k = 0; k < 3; ++k) out[k] = m[M::kAt[k]];
+      return;
+    }
+#endif
     for (int k = 0; k < 3; ++k) {
       alignas(32) Elem t[kP];
       for (int i = 0; i < kP; ++i) t[i] = Elem(loadAt(p + std::ptrdiff_t(i) * M::kN + M::kAt[k]));
@@ -74,6 +93,15 @@ struct PixelLanes {
   }
   static void store(uint8_t* row, int x, const Ln in[3]) {
     T* p = layout::samples<T>(row) + std::ptrdiff_t(x) * M::kN;
+#if LUM_SIMD_SSE
+    if constexpr (kShuffled) {
+      Ln m[3];
+      for (int k = 0; k < 3; ++k) m[M::kAt[k]] = in[k];
+      if constexpr (std::is_same_v<T, Lum8u>) sse::store8uC3(p, m);
+      else sse::store32fC3(p, m);
+      return;
+    }
+#endif
     for (int k = 0; k < 3; ++k) {
       alignas(32) Elem t[kP];
       if constexpr (std::is_same_v<T, Lum32f>) O::storef(t, in[k]);
@@ -266,6 +294,21 @@ template <bool Unsigned, class O, class V = typename O::V>
 inline V sat16Biased(V v) {
   const V s = O::min32(O::max32(O::add32(v, O::set32(-32768)), O::set32(-32768)), O::set32(32767));
   return Unsigned ? O::add32(s, O::set32(32768)) : s;
+}
+
+}  // namespace lum::models
+
+namespace lum::models {
+
+// The public body of a packed model function: pointers null, then size below 1;
+// then the rows. StepBytes is the sample size where the function takes its steps
+// in samples (the low bits of a byte step dropped), 1 where it takes them in bytes.
+template <class Rows, int StepBytes, class S, class D>
+inline LumStatus runPacked(const S* pSrc, int srcStep, D* pDst, int dstStep, LumSize roi) {
+  if (LumStatus st = check::nullThenSize(roi, pSrc, pDst)) return st;
+  Rows::image(roi, packed(reinterpret_cast<const uint8_t*>(pSrc), sampleStep(srcStep, StepBytes)),
+              packed(reinterpret_cast<uint8_t*>(pDst), sampleStep(dstStep, StepBytes)));
+  return lumStatusOk;
 }
 
 }  // namespace lum::models
