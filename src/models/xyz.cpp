@@ -1,77 +1,16 @@
 // Linear RGB <-> CIE XYZ (BT.709 primaries, D65 white) on 8u, 16u, 16s and 32f.
-#include "frame/coeffs.h"
-#include "models/model_frame.h"
+#include "models/xyz_forms.h"
 
 using namespace lum;
 using namespace lum::models;
-namespace cie = lum::coef::cie;
+using namespace lum::models::xyz;
 namespace L = lum::layout;
 
 namespace {
 
-// 8u block: each output (m0 a + m1 b + m2 c) >> Shift in 32 bits, a floor, clamped to 0..255.
-template <const int (&M)[3][3], int Shift>
-struct IntBlock8u {
-  template <class O, class V = typename O::V>
-  static void vblock(const V in[3], V out[3]) {
-    for (int k = 0; k < 3; ++k) {
-      const V s = O::add32(O::add32(O::mul32(in[0], M[k][0]), O::mul32(in[1], M[k][1])), O::mul32(in[2], M[k][2]));
-      out[k] = O::min32(O::max32(O::sra32(s, Shift), O::set32(0)), O::set32(255));
-    }
-  }
-};
-
-// 8u tail: each output (m0 a + m1 b + m2 c) >> 16; ClampFrom is the first output
-// clamped to 0..255 (the ones before it are stored as they are).
-template <const int (&M)[3][3], int ClampFrom>
-struct IntTail8u {
-  static void pixel(const int in[3], int out[3]) {
-    for (int k = 0; k < 3; ++k) {
-      const int v = (M[k][0] * in[0] + M[k][1] * in[1] + M[k][2] * in[2]) >> 16;
-      out[k] = k < ClampFrom ? v : (v < 0 ? 0 : (v > 255 ? 255 : v));
-    }
-  }
-};
-
-// 16u and 16s: the float matrix on the samples (16s biased by 32768), truncated,
-// saturated as a signed pack does (16s: 32768 taken off). Block and tail alike.
-template <const float (&M)[3][3], bool Signed>
-struct Float16 {
-  template <class O, class V = typename O::V>
-  static void vblock(const V in[3], V out[3]) {
-    typename O::F a[3];
-    for (int k = 0; k < 3; ++k) a[k] = O::cvtif(Signed ? O::add32(in[k], O::set32(32768)) : in[k]);
-    for (int k = 0; k < 3; ++k) out[k] = sat16Biased<!Signed, O>(O::cvttfi(mat3Row<O>(M[k], a[0], a[1], a[2])));
-  }
-};
-
-// 32f RGB -> XYZ: X and Y as they are, Z by a maximum with 0 then a minimum with 1
-// (a NaN Z becomes 0).
-struct ToXYZ32f {
-  template <class O, class F = typename O::F>
-  static void vblock(const F in[3], F out[3]) {
-    for (int k = 0; k < 3; ++k) out[k] = mat3Row<O>(cie::kRGBToXYZ[k], in[0], in[1], in[2]);
-    out[2] = O::minf(O::maxf(out[2], O::zerof()), O::setf(1.0f));
-  }
-};
-
-// 32f XYZ -> RGB: each output below 0 becomes 0, else above 1 becomes 1; NaN passes.
-struct ToRGB32f {
-  template <class O, class F = typename O::F>
-  static void vblock(const F in[3], F out[3]) {
-    for (int k = 0; k < 3; ++k)
-      out[k] = O::minf(O::setf(1.0f), O::maxf(O::zerof(), mat3Row<O>(cie::kXYZToRGB[k], in[0], in[1], in[2])));
-  }
-};
-
-using Fwd8uBlock = IntBlock8u<cie::kRGBToXYZBlockQ15, 15>;
-using Fwd8uTail = IntTail8u<cie::kRGBToXYZTailQ16, 2>;
-using Inv8uBlock = IntBlock8u<cie::kXYZToRGBBlockQ13, 13>;
-using Inv8uTail = IntTail8u<cie::kXYZToRGBTailQ16, 0>;
-
 // Rows of a form whose tail computes as its blocks, four pixels a block.
-template <class Form, class T, class Src, class Dst>
-using Same = ModelRows<4, Form, Lanewise<Form, T, T>, Src, Dst>;
+template <class Form, class T, class Src, class Dst, bool Wide = false>
+using Same = ModelRows<4, Form, Lanewise<Form, T, T>, Src, Dst, Wide>;
 
 template <class T>
 using C3 = L::RGBOf<T>;
@@ -82,13 +21,13 @@ using AC4 = L::RGBAOf<T>;
 
 // 8u: blocks of 8 pixels in C3 and 4 in AC4, then the tail set.
 LumStatus lumiRGBToXYZ_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
-  return runPacked<ModelRows<8, Fwd8uBlock, Fwd8uTail, C3<Lum8u>, C3<Lum8u>>, 1>(pSrc, srcStep, pDst, dstStep, roi);
+  return runPacked<ModelRows<8, Fwd8uBlock, Fwd8uTail, C3<Lum8u>, C3<Lum8u>, true>, 1>(pSrc, srcStep, pDst, dstStep, roi);
 }
 LumStatus lumiRGBToXYZ_8u_AC4R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
   return runPacked<ModelRows<4, Fwd8uBlock, Fwd8uTail, AC4<Lum8u>, AC4<Lum8u>>, 1>(pSrc, srcStep, pDst, dstStep, roi);
 }
 LumStatus lumiXYZToRGB_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
-  return runPacked<ModelRows<8, Inv8uBlock, Inv8uTail, C3<Lum8u>, C3<Lum8u>>, 1>(pSrc, srcStep, pDst, dstStep, roi);
+  return runPacked<ModelRows<8, Inv8uBlock, Inv8uTail, C3<Lum8u>, C3<Lum8u>, true>, 1>(pSrc, srcStep, pDst, dstStep, roi);
 }
 LumStatus lumiXYZToRGB_8u_AC4R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
   return runPacked<ModelRows<4, Inv8uBlock, Inv8uTail, AC4<Lum8u>, AC4<Lum8u>>, 1>(pSrc, srcStep, pDst, dstStep, roi);
@@ -128,7 +67,7 @@ LumStatus lumiXYZToRGB_16s_AC4R(const Lum16s* pSrc, int srcStep, Lum16s* pDst, i
   return runPacked<Same<F, Lum16s, AC4<Lum16s>, AC4<Lum16s>>, 2>(pSrc, srcStep, pDst, dstStep, roi);
 }
 LumStatus lumiRGBToXYZ_32f_C3R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roi) {
-  return runPacked<Same<ToXYZ32f, Lum32f, C3<Lum32f>, C3<Lum32f>>, 4>(pSrc, srcStep, pDst, dstStep, roi);
+  return runPacked<Same<ToXYZ32f, Lum32f, C3<Lum32f>, C3<Lum32f>, true>, 4>(pSrc, srcStep, pDst, dstStep, roi);
 }
 LumStatus lumiRGBToXYZ_32f_AC4R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roi) {
   return runPacked<Same<ToXYZ32f, Lum32f, AC4<Lum32f>, AC4<Lum32f>>, 4>(pSrc, srcStep, pDst, dstStep, roi);
@@ -136,7 +75,7 @@ LumStatus lumiRGBToXYZ_32f_AC4R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, i
 // The per-pixel rule of this direction is lane-exact, so whole vectors of pixels
 // run it too: every pixel's result is the scalar loop's.
 LumStatus lumiXYZToRGB_32f_C3R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roi) {
-  return runPacked<Same<ToRGB32f, Lum32f, C3<Lum32f>, C3<Lum32f>>, 4>(pSrc, srcStep, pDst, dstStep, roi);
+  return runPacked<Same<ToRGB32f, Lum32f, C3<Lum32f>, C3<Lum32f>, true>, 4>(pSrc, srcStep, pDst, dstStep, roi);
 }
 LumStatus lumiXYZToRGB_32f_AC4R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roi) {
   return runPacked<Same<ToRGB32f, Lum32f, AC4<Lum32f>, AC4<Lum32f>>, 4>(pSrc, srcStep, pDst, dstStep, roi);
