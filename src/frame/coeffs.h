@@ -151,4 +151,66 @@ inline constexpr int kRoundQ15 = 16384;
 
 }  // namespace gray
 
+// ---------------------------------------------------------------------------
+// CIE XYZ: linear RGB with BT.709 primaries and the D65 white point.
+// ---------------------------------------------------------------------------
+namespace cie {
+
+// CIE XYZ
+// Forward and inverse matrices in single precision, rows by output channel
+// (X, Y, Z from R, G, B; R, G, B from X, Y, Z).
+inline constexpr float kRGBToXYZ[3][3] = {
+    {0.412453f, 0.357580f, 0.180423f},
+    {0.212671f, 0.715160f, 0.072169f},
+    {0.019334f, 0.119193f, 0.950227f},
+};
+inline constexpr float kXYZToRGB[3][3] = {
+    {3.240479f, -1.537150f, -0.498535f},
+    {-0.969256f, 1.875991f, 0.041556f},
+    {0.055648f, -0.204043f, 1.057311f},
+};
+// Integer matrices of the 8u forms: block rows at 2^-15 and 2^-13, tail rows at
+// 2^-16. The two sets of one direction are not the same numbers at one scale.
+inline constexpr int kRGBToXYZBlockQ15[3][3] = {{13515, 11717, 5912}, {6969, 23434, 2365}, {634, 3906, 31137}};
+inline constexpr int kRGBToXYZTailQ16[3][3] = {{27030, 23434, 11824}, {13937, 46868, 4729}, {1267, 7811, 62274}};
+inline constexpr int kXYZToRGBBlockQ13[3][3] = {{26546, -12591, -4083}, {-7939, 15368, 340}, {456, -1671, 8661}};
+inline constexpr int kXYZToRGBTailQ16[3][3] = {
+    {212368, -100738, -32671}, {-63521, 122944, 2723}, {3646, -13372, 69291}};
+
+// CIE LUV
+// White point in u', v': forward direction and block paths, and the 8u/16u/16s
+// reverse tails' own (longer) values.
+inline constexpr float kWhiteU = 0.197839f, kWhiteV = 0.468342f;
+inline constexpr float kWhiteUTail = 0.19783941f, kWhiteVTail = 0.46834221f;
+// Linear segment: Y at or below kYBreak gives L = kLinearL * Y; reverse break on
+// L and the reverse slope 1/903.3 of the block paths.
+inline constexpr float kYBreak = 0.008856f, kLinearL = 903.3f;
+inline constexpr float kYBreak16 = 580.378f;  // kYBreak on the 0..65535 sample scale
+inline constexpr float kLBreak = 7.9996247f, kLinearY = 0.001107052f;
+// Cube segment: L = 116 Y^(1/3) - 16; reverse factor 1/116 of the block paths.
+inline constexpr float kCubeL = 116.0f, kCubeOff = 16.0f, kInv116 = 0.00862069f;
+// Row index of the cube-root table from Y on 0..1, and Y on 0..65535 to 0..1.
+inline constexpr float kRowScale = 127.99805f, kInv65535 = 1.5259022e-5f;
+// Coefficients of the binomial series of (1 + t)^(1/3) by power, as magnitudes
+// (signs alternate from +t); kSeries8uT4 is the 8u series' fourth-power coefficient.
+inline constexpr float kSeries[8] = {0.33333334f, 0.11111111f, 0.061728396f, 0.041152265f,
+                                     0.030178327f, 0.023472032f, 0.01900117f, 0.015834307f};
+inline constexpr float kSeries8uT4 = 0.030178327f;
+// 8u samples to 0..1.
+inline constexpr float kInv255 = 0.003921569f;
+// Scales of the L, U, V samples (U + 134, V + 140 on 8u and 16u).
+inline constexpr float kLTo8u = 2.55f, kUTo8u = 0.720339f, kVTo8u = 0.97328246f;
+inline constexpr float kLTo16u = 655.35f, kUTo16u = 185.12712f, kVTo16u = 250.13359f;
+inline constexpr float kUOff = 134.0f, kVOff = 140.0f;
+// Reverse scales of the block paths: 8u samples to L, U, V, and 16u ones.
+inline constexpr float kL8uTo = 0.39215687f, kU8uTo = 1.3882353f, kV8uTo = 1.027451f;
+inline constexpr float kL16uTo = 0.0015259f, kU16uTo = 0.00540169f, kV16uTo = 0.00399786f;
+// Guards of the reverse direction: the L floor, the v' floor of the block paths
+// and the integer tails, and the v' floor of the 32f tail.
+inline constexpr float kLFloor = 9e-5f, kVFloor = 1.1920929e-5f, kVFloor32fTail = 1.1920929e-7f;
+// Reverse matrix's blue row in the integer tails: Z's coefficient widened to double.
+inline constexpr double kZToB64 = 1.057311;
+
+}  // namespace cie
+
 }  // namespace lum::coef

@@ -309,6 +309,32 @@ struct Emu {
     for (int i = 1; i < 8; ++i) r.h[i] = a.h[i - 1];
     return r;
   }
+  // ---- added for XYZ and LUV
+  // All-ones float lanes where a <= b (or a == b), zero where not or NaN.
+  static F cmplef(F a, F b) { return mapf(a, b, [](float x, float y) { return maskf(x <= y); }); }
+  static F cmpeqf(F a, F b) { return mapf(a, b, [](float x, float y) { return maskf(x == y); }); }
+  // a where the sign bit of m's lane is set, else b.
+  static F selectf(F m, F a, F b) {
+    F r;
+    for (int i = 0; i < 4; ++i) {
+      int32_t mb;
+      std::memcpy(&mb, &m.l[i], 4);
+      r.l[i] = mb < 0 ? a.l[i] : b.l[i];
+    }
+    return r;
+  }
+  // a with the sign bit cleared.
+  static F absf(F a) { return mapf(a, a, [](float x, float) { return std::fabs(x); }); }
+
+ private:
+  static float maskf(bool b) {
+    const uint32_t u = b ? 0xFFFFFFFFu : 0u;
+    float f;
+    std::memcpy(&f, &u, 4);
+    return f;
+  }
+
+ public:
 };
 
 #if LUM_SIMD_SSE
@@ -436,6 +462,11 @@ struct Sse {
   }
   static V odds16(V a, V b) { return _mm_packs_epi32(_mm_srai_epi32(a, 16), _mm_srai_epi32(b, 16)); }
   static V slideUp16(V a, V c) { return _mm_alignr_epi8(a, c, 14); }
+  // ---- added for XYZ and LUV
+  static F cmplef(F a, F b) { return _mm_cmple_ps(a, b); }
+  static F cmpeqf(F a, F b) { return _mm_cmpeq_ps(a, b); }
+  static F selectf(F m, F a, F b) { return _mm_blendv_ps(b, a, m); }
+  static F absf(F a) { return _mm_and_ps(a, _mm_castsi128_ps(_mm_set1_epi32(0x7FFFFFFF))); }
 };
 
 // The 128-bit set of this build: the register where there is one.

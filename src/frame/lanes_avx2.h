@@ -168,6 +168,11 @@ struct Avx2 {
   }
   static V odds16(V a, V b) { return _mm256_packs_epi32(_mm256_srai_epi32(a, 16), _mm256_srai_epi32(b, 16)); }
   static V slideUp16(V a, V c) { return _mm256_alignr_epi8(a, c, 14); }
+  // ---- added for XYZ and LUV
+  static F cmplef(F a, F b) { return _mm256_cmp_ps(a, b, _CMP_LE_OQ); }
+  static F cmpeqf(F a, F b) { return _mm256_cmp_ps(a, b, _CMP_EQ_OQ); }
+  static F selectf(F m, F a, F b) { return _mm256_blendv_ps(b, a, m); }
+  static F absf(F a) { return _mm256_and_ps(a, _mm256_castsi256_ps(_mm256_set1_epi32(0x7FFFFFFF))); }
 };
 
 }  // namespace
