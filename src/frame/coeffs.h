@@ -213,4 +213,84 @@ inline constexpr double kZToB64 = 1.057311;
 
 }  // namespace cie
 
+// ---------------------------------------------------------------------------
+// Photo YCC: luma and two chroma channels with head-room above white; neutral
+// chroma at 156/255 (C1) and 137/255 (C2).
+// ---------------------------------------------------------------------------
+namespace ycc {
+
+// Photo YCC forms
+// Luma weights of R, G, B, single precision (16u, 16s, 32f forms).
+inline constexpr float kLumaF[3] = {0.299f, 0.587f, 0.114f};
+// Forward factors on the luma and the two colour differences: Y = 0.7132668 L
+// (1/1.402), C1 = 0.4368627 (B - L), C2 = 0.53192 (R - L) in 32f and
+// 0.5319216 in 16u and 16s.
+inline constexpr float kFwdY = 0.7132668f, kFwdC1 = 0.4368627f;
+inline constexpr float kFwdC2F32 = 0.53192f, kFwdC2U16 = 0.5319216f;
+// Neutral chroma on the 0..1 scale and on the 16-bit sample scale (x 257).
+inline constexpr float kC1F32 = 0.6117647f, kC2F32 = 0.5372549f;
+inline constexpr int kC1U16 = 40092, kC2U16 = 35209;
+// Bias between a 16s sample and its 16u value.
+inline constexpr int kBias16s = 32768;
+// Reverse factors: s = 1.3584 Y, b = 2.2179 (C1 - c1), r = 1.8215 (C2 - c2);
+// G takes 0.194 b and 0.509 r off s.
+inline constexpr float kInvY = 1.3584f, kInvB = 2.2179f, kInvR = 1.8215f;
+inline constexpr float kInvGb = 0.194f, kInvGr = 0.509f;
+// The green factors of the 16-bit tail folded with the chroma factors
+// (0.194 x 2.2179, 0.509 x 1.8215), and its rounding add.
+inline constexpr float kInvGc1 = 0.4302726f, kInvGc2 = 0.92714345f;
+inline constexpr float kHalfDown = 0.49999f;
+// 8u forward, Q14 luma weights; Y, C1 and C2 factors Q16 of (sum >> 10).
+inline constexpr int kLumaQ14[3] = {4898, 9617, 1867};
+inline constexpr int kFwdYQ16 = 2921, kFwdC1Q16 = 1789, kFwdC2Q16 = 2178;
+inline constexpr int kC1U8 = 156, kC2U8 = 137;
+// 8u reverse, Q12: luma 5564, C1 9084, C2 7460, each chroma product offset by
+// its neutral value (9084 x 156, 7460 x 137); the green terms take 794 and
+// 2084 of the chroma products >> 8, at Q16.
+inline constexpr int kInvYQ12 = 5564, kInvC1Q12 = 9084, kInvC2Q12 = 7460;
+inline constexpr int kInvC1Off = 1417104, kInvC2Off = 1022020;
+inline constexpr int kInvGc1Q16 = 794, kInvGc2Q16 = 2084;
+
+}  // namespace ycc
+
+
+// ---------------------------------------------------------------------------
+// CIE Lab over the matrices of CIE XYZ, D65 white.
+// ---------------------------------------------------------------------------
+namespace lab {
+
+// Lab forms
+// Forward white factors of X and Z (Y's is 1), and the same folded with the 8u
+// sample scale 1/255 (X, Y, Z).
+inline constexpr float kWhiteX = 1.0521265f, kWhiteZ = 0.9184812f;
+inline constexpr float kWhite8u[3] = {0.0041259914f, 0.003921569f, 0.0036018905f};
+// f(t) below the break (cie::kYBreak): 7.787 t + 0.13793103.
+inline constexpr float kSlope = 7.787f, kOffset = 0.13793103f;
+// a = 500 (f(X) - f(Y)), b = 200 (f(Y) - f(Z)); a and b samples centred at 128,
+// 16-bit ones at 128 x 255.
+inline constexpr float kA = 500.0f, kB = 200.0f, kAbOff = 128.0f, kAbTo16u = 255.0f;
+// Series of the 8u16u form: the last two coefficients as it stores them.
+inline constexpr float kSeries16[8] = {0.33333334f, 0.11111111f, 0.061728396f, 0.041152265f,
+                                       0.030178327f, 0.023472032f, 0.0190012f, 0.0158343f};
+// Reverse: P = (L + 16) / 116, Q = P + a / 500, R = P - b / 200; X and Z
+// factors of the white point, and the same folded with 255 for 8u output.
+inline constexpr float kInvA = 0.002f, kInvB = 0.005f;
+inline constexpr float kInvWhite[3] = {0.950456f, 1.0f, 1.0887539f};
+inline constexpr float kInvWhite8u[3] = {242.366f, 255.0f, 277.632f};
+// 16u Lab samples read back: L = sample x 0.0015259022, a, b = sample / 255 - 128.
+inline constexpr float kL16uTo = 0.0015259022f;
+
+// Double forms: the single constants widened, except those exact to double.
+inline constexpr double kWhiteX64 = 1.0521265327391165, kWhiteZ64 = 0.9184811767477967;
+inline constexpr double kBreak64 = 0.008856000378727913, kSlope64 = 7.7870001792907715;
+inline constexpr double kOffset64 = 0.13793103448275862, kLinearL64 = 903.2999877929688;
+inline constexpr double kInv116_64 = 0.008620689655172414, kInvA64 = 0.002, kInvB64 = 0.005;
+// Series of the 53-bit cube root, (1 + t)^(1/3) = 1 + t Q(t), Q's coefficients
+// from the constant term up.
+inline constexpr double kCbrtQ[8] = {0.3333333333333333,   -0.1111111111111111,  0.06172839506172839,
+                                     -0.0411522633744856,  0.03017832647462277,  -0.023472031702484377,
+                                     0.019001168521058782, -0.01583430710088232};
+
+}  // namespace lab
+
 }  // namespace lum::coef

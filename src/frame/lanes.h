@@ -335,6 +335,22 @@ struct Emu {
   }
 
  public:
+  // ---- added for Lab
+  // All-ones double lanes where a <= b, zero where not or NaN.
+  static D cmpled(D a, D b) {
+    D r;
+    for (int i = 0; i < 2; ++i) {
+      const uint64_t u = a.l[i] <= b.l[i] ? ~uint64_t(0) : 0;
+      std::memcpy(&r.l[i], &u, 8);
+    }
+    return r;
+  }
+  // a where the sign bit of m's lane is set, else b.
+  static D selectd(D m, D a, D b) {
+    D r;
+    for (int i = 0; i < 2; ++i) r.l[i] = std::signbit(m.l[i]) ? a.l[i] : b.l[i];
+    return r;
+  }
 };
 
 #if LUM_SIMD_SSE
@@ -467,6 +483,9 @@ struct Sse {
   static F cmpeqf(F a, F b) { return _mm_cmpeq_ps(a, b); }
   static F selectf(F m, F a, F b) { return _mm_blendv_ps(b, a, m); }
   static F absf(F a) { return _mm_and_ps(a, _mm_castsi128_ps(_mm_set1_epi32(0x7FFFFFFF))); }
+  // ---- added for Lab
+  static D cmpled(D a, D b) { return _mm_cmple_pd(a, b); }
+  static D selectd(D m, D a, D b) { return _mm_blendv_pd(b, a, m); }
 };
 
 // The 128-bit set of this build: the register where there is one.

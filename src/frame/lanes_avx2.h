@@ -173,6 +173,9 @@ struct Avx2 {
   static F cmpeqf(F a, F b) { return _mm256_cmp_ps(a, b, _CMP_EQ_OQ); }
   static F selectf(F m, F a, F b) { return _mm256_blendv_ps(b, a, m); }
   static F absf(F a) { return _mm256_and_ps(a, _mm256_castsi256_ps(_mm256_set1_epi32(0x7FFFFFFF))); }
+  // ---- added for Lab
+  static D cmpled(D a, D b) { return _mm256_cmp_pd(a, b, _CMP_LE_OQ); }
+  static D selectd(D m, D a, D b) { return _mm256_blendv_pd(b, a, m); }
 };
 
 }  // namespace

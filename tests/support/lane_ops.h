@@ -127,6 +127,7 @@ std::vector<LaneOp> laneOps() {
       LANE_OP(sumd, 'd', None, X::scalar(o, O::sumd(X::d(a[0])))),
       LANE_V2(evens16), LANE_V2(odds16), LANE_V2(slideUp16),
       LANE_F2(cmplef), LANE_F2(cmpeqf), LANE_OP(selectf, 'f', Each, X::put(o, O::selectf(X::f(a[0]), X::f(a[1]), X::f(a[2])))), LANE_OP(absf, 'f', Each, X::put(o, O::absf(X::f(a[0])))),
+      LANE_D2(cmpled), LANE_OP(selectd, 'd', Each, X::put(o, O::selectd(X::d(a[0]), X::d(a[1]), X::d(a[2])))),
   };
 #undef LANE_SHIFT
 #undef LANE_D2
