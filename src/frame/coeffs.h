@@ -151,4 +151,15 @@ inline constexpr int kRoundQ15 = 16384;
 
 }  // namespace gray
 
+// ---------------------------------------------------------------------------
+// YCoCg forms
+// ---------------------------------------------------------------------------
+namespace ycocg {
+
+// Bias of Co and Cg on 8u planes, and the upper limit of 8u samples.
+inline constexpr int kChromaBias8u = 128;
+inline constexpr int kMax8u = 255;
+
+}  // namespace ycocg
+
 }  // namespace lum::coef
