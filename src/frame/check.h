@@ -48,3 +48,15 @@ inline LumStatus planes(const P* const* arr, int n) {
 }
 
 }  // namespace lum::check
+
+// ---- YCoCg
+namespace lum::check {
+
+// The packed image's pointer, the plane array or one of its n planes null -> lumStatusNullPointer.
+template <class P, class Q>
+inline LumStatus packedAndPlanes(const P* packedImage, const Q* const* planeArray, int n) {
+  if (anyNull(packedImage, planeArray) || anyPlaneNull(planeArray, n)) return lumStatusNullPointer;
+  return lumStatusOk;
+}
+
+}  // namespace lum::check

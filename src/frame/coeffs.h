@@ -292,5 +292,14 @@ inline constexpr double kCbrtQ[8] = {0.3333333333333333,   -0.1111111111111111, 
                                      0.019001168521058782, -0.01583430710088232};
 
 }  // namespace lab
+// YCoCg forms
+// ---------------------------------------------------------------------------
+namespace ycocg {
+
+// Bias of Co and Cg on 8u planes, and the upper limit of 8u samples.
+inline constexpr int kChromaBias8u = 128;
+inline constexpr int kMax8u = 255;
+
+}  // namespace ycocg
 
 }  // namespace lum::coef

@@ -104,6 +104,9 @@ struct FnCase {
   // False when the function lets any height through: a height below 1 writes
   // nothing and returns okStatus.
   bool heightChecked = true;
+  // False when the function tests no size at all: any width or height below 1
+  // writes nothing and returns okStatus.
+  bool sizeChecked = true;
   // The image's planes take their steps from an array argument, which a null
   // refuses like a null plane array (before the size).
   bool srcStepArray = false, dstStepArray = false;
