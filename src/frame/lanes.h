@@ -309,6 +309,35 @@ struct Emu {
     for (int i = 1; i < 8; ++i) r.h[i] = a.h[i - 1];
     return r;
   }
+
+  // ---- added for the power kernel
+  // Float lanes as their 32-bit patterns, and back.
+  static V castfv(F a) { V r; std::memcpy(r.h, a.l, 16); return r; }
+  static F castvf(V a) { F r; std::memcpy(r.l, a.h, 16); return r; }
+  // All-ones lanes where a < b (or a <= b), zero lanes elsewhere and where either is NaN.
+  static F cmpltf(F a, F b) { return maskOf(a, b, [](float x, float y) { return x < y; }); }
+  static F cmplef(F a, F b) { return maskOf(a, b, [](float x, float y) { return x <= y; }); }
+  // Bits of a where m is set, of b where it is clear.
+  static F selectf(F m, F a, F b) { return castvf(or_(and_(castfv(m), castfv(a)), andnot(castfv(m), castfv(b)))); }
+  // The lanes' sign bits as bits 0..3.
+  static int maskf(F a) {
+    int r = 0;
+    for (int i = 0; i < 4; ++i) r |= int(uint32_t(castfv(a).w(i)) >> 31) << i;
+    return r;
+  }
+  // Double lanes of lo, then of hi, rounded to floats under the rounding mode.
+  static F cvtdf(D lo, D hi) { return {{float(lo.l[0]), float(lo.l[1]), float(hi.l[0]), float(hi.l[1])}}; }
+  // The x86 double minimum and maximum (the second operand where either is NaN).
+  static D mind(D a, D b) { return mapd(a, b, [](double x, double y) { return emu::minX(x, y); }); }
+  static D maxd(D a, D b) { return mapd(a, b, [](double x, double y) { return emu::maxX(x, y); }); }
+
+ private:
+  template <class Fn>
+  static F maskOf(F a, F b, Fn f) {
+    V r;
+    for (int i = 0; i < 4; ++i) r.w(i, f(a.l[i], b.l[i]) ? -1 : 0);
+    return castvf(r);
+  }
 };
 
 #if LUM_SIMD_SSE
@@ -436,6 +465,17 @@ struct Sse {
   }
   static V odds16(V a, V b) { return _mm_packs_epi32(_mm_srai_epi32(a, 16), _mm_srai_epi32(b, 16)); }
   static V slideUp16(V a, V c) { return _mm_alignr_epi8(a, c, 14); }
+
+  // ---- added for the power kernel
+  static V castfv(F a) { return _mm_castps_si128(a); }
+  static F castvf(V a) { return _mm_castsi128_ps(a); }
+  static F cmpltf(F a, F b) { return _mm_cmplt_ps(a, b); }
+  static F cmplef(F a, F b) { return _mm_cmple_ps(a, b); }
+  static F selectf(F m, F a, F b) { return _mm_or_ps(_mm_and_ps(m, a), _mm_andnot_ps(m, b)); }
+  static int maskf(F a) { return _mm_movemask_ps(a); }
+  static F cvtdf(D lo, D hi) { return _mm_movelh_ps(_mm_cvtpd_ps(lo), _mm_cvtpd_ps(hi)); }
+  static D mind(D a, D b) { return _mm_min_pd(a, b); }
+  static D maxd(D a, D b) { return _mm_max_pd(a, b); }
 };
 
 // The 128-bit set of this build: the register where there is one.

@@ -126,6 +126,13 @@ std::vector<LaneOp> laneOps() {
       LANE_OP(cvtfdHi, 'd', None, X::put(o, O::cvtfdHi(X::f(a[0])))),
       LANE_OP(sumd, 'd', None, X::scalar(o, O::sumd(X::d(a[0])))),
       LANE_V2(evens16), LANE_V2(odds16), LANE_V2(slideUp16),
+      // ---- added for the power kernel
+      LANE_OP(castfv / castvf, 'i', Each, X::put(o, O::castfv(O::castvf(X::v(a[0]))))),
+      LANE_OP(cmpltf, 'i', Each, X::put(o, O::castfv(O::cmpltf(X::f(a[0]), X::f(a[1]))))),
+      LANE_OP(cmplef, 'i', Each, X::put(o, O::castfv(O::cmplef(X::f(a[0]), X::f(a[1]))))),
+      LANE_OP(selectf, 'i', Each, X::put(o, O::castfv(O::selectf(O::cmpltf(X::f(a[0]), X::f(a[1])), X::f(a[1]), X::f(a[2]))))),
+      LANE_OP(maskf, 'i', None, X::scalar(o, O::maskf(X::f(a[0])))),
+      LANE_OP(cvtdf, 'f', Each, X::put(o, O::cvtdf(X::d(a[0]), X::d(a[1])))), LANE_D2(mind), LANE_D2(maxd),
   };
 #undef LANE_SHIFT
 #undef LANE_D2
