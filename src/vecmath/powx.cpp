@@ -49,11 +49,15 @@ void lumsPowx_32f_A21(const Lum32f* pSrc, Lum32f val, Lum32f* pDst, int len) {
   if (val == 0.0f) {
     for (int i = 0; i < len; ++i) storeAt(pDst + i, 1.0f);
   } else if (std::fabs(val) >= std::numeric_limits<float>::min() && std::fabs(val) <= std::numeric_limits<float>::max()) {
+    const bool fast = std::fabs(val) <= vm::kFloatMaxY;
 #if LUM_SIMD_SSE
-    if (useWide()) vm::powRowWide(pSrc, val, pDst, len);
+    if (useWide()) vm::powRowWide(pSrc, val, pDst, len, fast);
     else
 #endif
-      lanes::with128([&](auto o) { vm::powRow<decltype(o)>(pSrc, val, pDst, len); });
+      lanes::with128([&](auto o) {
+        if (fast) vm::powRow<decltype(o), true>(pSrc, val, pDst, len);
+        else vm::powRow<decltype(o), false>(pSrc, val, pDst, len);
+      });
   } else {
     for (int i = 0; i < len; ++i) storeAt(pDst + i, vm::rarePow(loadAt(pSrc + i), val));  // a denormal, infinite or NaN exponent
   }

@@ -5,6 +5,9 @@
 
 #if LUM_SIMD_SSE && defined(__AVX2__)
 namespace lum::vm {
-void powRowWide(const float* s, float y, float* d, int len) { powRow<lanes::Avx2>(s, y, d, len); }
+void powRowWide(const float* s, float y, float* d, int len, bool fast) {
+  if (fast) powRow<lanes::Avx2, true>(s, y, d, len);
+  else powRow<lanes::Avx2, false>(s, y, d, len);
+}
 }  // namespace lum::vm
 #endif

@@ -4,6 +4,7 @@
 
 #include <cfloat>
 #include <cstdint>
+#include <cstring>
 
 #include "frame/lanes.h"
 #include "frame/rows.h"
@@ -69,13 +70,65 @@ inline F powNormal(F x, D y) {
   return O::cvtdf(p0, p1);
 }
 
-// One register of elements: the normal lanes by powNormal, the others by rarePow.
+// The float kernel, for exponents of magnitude up to kFloatMaxY (the gamma
+// exponents among them): log2 by the same series in single precision,
+// ln(m) = 2s + 2s z (1/3 + z/5 + ... + z^4/11), y * e split exactly as
+// yh * e + yl * e (yh the top 12 bits of y), 2^f by Taylor to g^7.
+inline constexpr float kFloatMaxY = 2.5f;
+inline constexpr float kLogOddF[] = {1.0f / 11, 1.0f / 9, 1.0f / 7, 1.0f / 5, 1.0f / 3};
+inline constexpr float kExpF[] = {1.0f / 5040, 1.0f / 720, 1.0f / 120, 1.0f / 24, 1.0f / 6, 0.5f, 1.0f, 1.0f};
+inline constexpr float kInvLn2F = 1.44269504f, kLn2F = 0.693147182f;
+
+// y and its exact split y = yh + yl, yh holding the top 12 significant bits.
 template <class O>
+struct SplitY {
+  typename O::F y, yh, yl;
+  explicit SplitY(float v) {
+    uint32_t b;
+    std::memcpy(&b, &v, 4);
+    b &= 0xFFFFF000u;
+    float h;
+    std::memcpy(&h, &b, 4);
+    y = O::setf(v);
+    yh = O::setf(h);
+    yl = O::setf(v - h);
+  }
+};
+
+template <class O, class F = typename O::F>
+inline F powNormalF(F x, const SplitY<O>& y) {
+  const auto bits = O::castfv(x);
+  const auto e = O::sra32(O::sub32(bits, O::set32(kSqrtHalfBits)), 23);
+  const F m = O::castvf(O::sub32(bits, O::sll32(e, 23)));
+  const F ef = O::cvtif(e);
+  const F one = O::setf(1.0f);
+  const F s = O::divf(O::subf(m, one), O::addf(m, one));
+  const F z = O::mulf(s, s);
+  F q = O::setf(kLogOddF[0]);
+  for (int i = 1; i < 5; ++i) q = O::addf(O::mulf(q, z), O::setf(kLogOddF[i]));
+  const F s2 = O::addf(s, s);
+  const F l2m = O::mulf(O::addf(s2, O::mulf(s2, O::mulf(z, q))), O::setf(kInvLn2F));
+  // t = a + (b + c): a and b exact products, a - k exact, so f = (a - k) + (b + c).
+  const F a = O::mulf(y.yh, ef), bc = O::addf(O::mulf(y.yl, ef), O::mulf(y.y, l2m));
+  const F tc = O::minf(O::maxf(O::addf(a, bc), O::setf(-200.0f)), O::setf(200.0f));
+  const auto k = O::cvtfi(tc);
+  const F f = O::minf(O::maxf(O::addf(O::subf(a, O::cvtif(k)), bc), O::setf(-1.0f)), one);
+  const F g = O::mulf(f, O::setf(kLn2F));
+  F p = O::setf(kExpF[0]);
+  for (int i = 1; i < 8; ++i) p = O::addf(O::mulf(p, g), O::setf(kExpF[i]));
+  const auto ka = O::sra32(k, 1);
+  return O::mulf(O::mulf(p, pow2i<O>(ka)), pow2i<O>(O::sub32(k, ka)));
+}
+
+// One register of elements: the normal lanes by powNormal, the others by rarePow.
+template <class O, bool Fast>
 inline void powLanes(const float* s, float y, float* d) {
   using F = typename O::F;
   constexpr int n = int(sizeof(F) / sizeof(float));
   const F x = O::loadf(s);
-  const F r = powNormal<O>(x, O::setd(double(y)));
+  F r;
+  if constexpr (Fast) r = powNormalF<O>(x, SplitY<O>(y));
+  else r = powNormal<O>(x, O::setd(double(y)));
   const F normal = O::castvf(O::and_(O::castfv(O::cmplef(O::setf(FLT_MIN), x)), O::castfv(O::cmplef(x, O::setf(FLT_MAX)))));
   const int mask = O::maskf(normal);
   if (mask == (1 << n) - 1) {
@@ -91,30 +144,31 @@ inline void powLanes(const float* s, float y, float* d) {
 }
 
 // One element through the same lanes (lane 0 of a register of ones).
-template <class O>
+template <class O, bool Fast>
 inline void powOne(const float* s, float y, float* d) {
   alignas(32) float in[8] = {1, 1, 1, 1, 1, 1, 1, 1}, out[8];
   in[0] = loadAt(s);
-  powLanes<O>(in, y, out);
+  powLanes<O, Fast>(in, y, out);
   storeAt(d, out[0]);
 }
 
 // The row: from 16 elements on, single elements up to a 16-byte boundary of the
-// destination, then 8 elements a step; the rest one by one. y is a normal float.
-template <class O>
+// destination, then 8 elements a step; the rest one by one. y is a normal float,
+// of magnitude up to kFloatMaxY where Fast.
+template <class O, bool Fast>
 inline void powRow(const float* s, float y, float* d, int len) {
   int i = 0;
   if (len >= 16) {
     if ((reinterpret_cast<uintptr_t>(d) & 3) == 0)
-      for (; i < len && (reinterpret_cast<uintptr_t>(d + i) & 15); ++i) powOne<O>(s + i, y, d + i);
+      for (; i < len && (reinterpret_cast<uintptr_t>(d + i) & 15); ++i) powOne<O, Fast>(s + i, y, d + i);
     constexpr int n = int(sizeof(typename O::F) / sizeof(float));
     for (; i + 8 <= len; i += 8)
-      for (int j = 0; j < 8; j += n) powLanes<O>(s + i + j, y, d + i + j);
+      for (int j = 0; j < 8; j += n) powLanes<O, Fast>(s + i + j, y, d + i + j);
   }
-  for (; i < len; ++i) powOne<O>(s + i, y, d + i);
+  for (; i < len; ++i) powOne<O, Fast>(s + i, y, d + i);
 }
 
 // powRow on 256-bit lanes (vector build, AVX2 processors): the same bits.
-void powRowWide(const float* s, float y, float* d, int len);
+void powRowWide(const float* s, float y, float* d, int len, bool fast);
 
 }  // namespace lum::vm
