@@ -2,6 +2,8 @@
 // or lumStatusOk; a public function states its order in one call.
 #pragma once
 
+#include <initializer_list>
+
 #include "lumcc.h"
 
 namespace lum::check {
@@ -46,6 +48,24 @@ template <class P>
 inline LumStatus planes(const P* const* arr, int n) {
   return anyPlaneNull(arr, n) ? lumStatusNullPointer : lumStatusOk;
 }
+
+// ---- gamma
+// Any step below 1 -> lumStatusBadStep.
+inline LumStatus steps(std::initializer_list<int> all) {
+  for (int s : all)
+    if (s < 1) return lumStatusBadStep;
+  return lumStatusOk;
+}
+// A null pointer (plane pointers included) -> lumStatusNullPointer, then size
+// below 1 -> lumStatusBadSize, then a step below 1 -> lumStatusBadStep.
+inline LumStatus nullSizeStep(bool anyNullPointer, LumSize roi, std::initializer_list<int> all) {
+  if (anyNullPointer) return lumStatusNullPointer;
+  if (badSize(roi)) return lumStatusBadSize;
+  return steps(all);
+}
+// A value range whose upper end does not exceed the lower -> lumStatusBadRange
+// (a NaN end lets the range through: the difference is not at or below 0).
+inline LumStatus range(float vMin, float vMax) { return vMax - vMin <= 0.0f ? lumStatusBadRange : lumStatusOk; }
 
 }  // namespace lum::check
 

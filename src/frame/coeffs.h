@@ -302,4 +302,21 @@ inline constexpr int kMax8u = 255;
 
 }  // namespace ycocg
 
+// ---------------------------------------------------------------------------
+// BT.709 transfer function of the 32f gamma forms, in the precision each form computes.
+// ---------------------------------------------------------------------------
+namespace gamma709 {
+
+// Gamma forms
+// Forward: 4.5 x below 0.018, else 1.099 x^0.45 - 0.099.
+inline constexpr float kFwdSlope = 4.5f, kFwdBreak = 0.018f, kFwdGain = 1.099f, kFwdOffset = 0.099f;
+inline constexpr float kFwdPower = 0.45f;  // bits 0x3EE66666
+// Inverse: x / 4.5 below 0.0812, else ((x + 0.099) / 1.099)^(1 / 0.45).
+inline constexpr float kInvSlope = 0.22222222f, kInvBreak = 0.0812f, kInvOffset = 0.099f, kInvGain = 0.9099181f;
+inline constexpr float kInvPower = 2.2222223f;  // bits 0x400E38E4
+// The same constants in double precision, where n and the base are doubles.
+inline constexpr double kInvBreakD = 0.0812, kInvOffsetD = 0.099, kInvGainD = 0.9099181;
+
+}  // namespace gamma709
+
 }  // namespace lum::coef

@@ -311,8 +311,8 @@ struct Emu {
   }
   // ---- added for XYZ and LUV
   // All-ones float lanes where a <= b (or a == b), zero where not or NaN.
-  static F cmplef(F a, F b) { return mapf(a, b, [](float x, float y) { return maskf(x <= y); }); }
-  static F cmpeqf(F a, F b) { return mapf(a, b, [](float x, float y) { return maskf(x == y); }); }
+  static F cmplef(F a, F b) { return mapf(a, b, [](float x, float y) { return allOnesIf(x <= y); }); }
+  static F cmpeqf(F a, F b) { return mapf(a, b, [](float x, float y) { return allOnesIf(x == y); }); }
   // a where the sign bit of m's lane is set, else b.
   static F selectf(F m, F a, F b) {
     F r;
@@ -327,7 +327,7 @@ struct Emu {
   static F absf(F a) { return mapf(a, a, [](float x, float) { return std::fabs(x); }); }
 
  private:
-  static float maskf(bool b) {
+  static float allOnesIf(bool b) {
     const uint32_t u = b ? 0xFFFFFFFFu : 0u;
     float f;
     std::memcpy(&f, &u, 4);
@@ -350,6 +350,32 @@ struct Emu {
     D r;
     for (int i = 0; i < 2; ++i) r.l[i] = std::signbit(m.l[i]) ? a.l[i] : b.l[i];
     return r;
+  }
+
+  // ---- added for the power kernel
+  // Float lanes as their 32-bit patterns, and back.
+  static V castfv(F a) { V r; std::memcpy(r.h, a.l, 16); return r; }
+  static F castvf(V a) { F r; std::memcpy(r.l, a.h, 16); return r; }
+  // All-ones lanes where a < b, zero lanes elsewhere and where either is NaN.
+  static F cmpltf(F a, F b) { return maskOf(a, b, [](float x, float y) { return x < y; }); }
+  // The lanes' sign bits as bits 0..3.
+  static int maskf(F a) {
+    int r = 0;
+    for (int i = 0; i < 4; ++i) r |= int(uint32_t(castfv(a).w(i)) >> 31) << i;
+    return r;
+  }
+  // Double lanes of lo, then of hi, rounded to floats under the rounding mode.
+  static F cvtdf(D lo, D hi) { return {{float(lo.l[0]), float(lo.l[1]), float(hi.l[0]), float(hi.l[1])}}; }
+  // The x86 double minimum and maximum (the second operand where either is NaN).
+  static D mind(D a, D b) { return mapd(a, b, [](double x, double y) { return emu::minX(x, y); }); }
+  static D maxd(D a, D b) { return mapd(a, b, [](double x, double y) { return emu::maxX(x, y); }); }
+
+ private:
+  template <class Fn>
+  static F maskOf(F a, F b, Fn f) {
+    V r;
+    for (int i = 0; i < 4; ++i) r.w(i, f(a.l[i], b.l[i]) ? -1 : 0);
+    return castvf(r);
   }
 };
 
@@ -486,6 +512,15 @@ struct Sse {
   // ---- added for Lab
   static D cmpled(D a, D b) { return _mm_cmple_pd(a, b); }
   static D selectd(D m, D a, D b) { return _mm_blendv_pd(b, a, m); }
+
+  // ---- added for the power kernel
+  static V castfv(F a) { return _mm_castps_si128(a); }
+  static F castvf(V a) { return _mm_castsi128_ps(a); }
+  static F cmpltf(F a, F b) { return _mm_cmplt_ps(a, b); }
+  static int maskf(F a) { return _mm_movemask_ps(a); }
+  static F cvtdf(D lo, D hi) { return _mm_movelh_ps(_mm_cvtpd_ps(lo), _mm_cvtpd_ps(hi)); }
+  static D mind(D a, D b) { return _mm_min_pd(a, b); }
+  static D maxd(D a, D b) { return _mm_max_pd(a, b); }
 };
 
 // The 128-bit set of this build: the register where there is one.

@@ -176,6 +176,20 @@ struct Avx2 {
   // ---- added for Lab
   static D cmpled(D a, D b) { return _mm256_cmp_pd(a, b, _CMP_LE_OQ); }
   static D selectd(D m, D a, D b) { return _mm256_blendv_pd(b, a, m); }
+
+  // ---- added for the power kernel
+  static V castfv(F a) { return _mm256_castps_si256(a); }
+  static F castvf(V a) { return _mm256_castsi256_ps(a); }
+  static F cmpltf(F a, F b) { return _mm256_cmp_ps(a, b, _CMP_LT_OQ); }
+  // Sign bits of all eight lanes as bits 0..7.
+  static int maskf(F a) { return _mm256_movemask_ps(a); }
+  // Within each 128-bit half, as in Sse: that half's two lanes of lo, then of hi.
+  static F cvtdf(D lo, D hi) {
+    const __m256 q = _mm256_set_m128(_mm256_cvtpd_ps(hi), _mm256_cvtpd_ps(lo));
+    return _mm256_permutevar8x32_ps(q, _mm256_setr_epi32(0, 1, 4, 5, 2, 3, 6, 7));
+  }
+  static D mind(D a, D b) { return _mm256_min_pd(a, b); }
+  static D maxd(D a, D b) { return _mm256_max_pd(a, b); }
 };
 
 }  // namespace

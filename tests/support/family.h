@@ -110,6 +110,10 @@ struct FnCase {
   // The image's planes take their steps from an array argument, which a null
   // refuses like a null plane array (before the size).
   bool srcStepArray = false, dstStepArray = false;
+  // One image is source and destination (an in-place form): the call takes the
+  // destination's buffers, which receive the source's data before each call;
+  // only the destination's pointers are tested for null. src and dst have one shape.
+  bool inPlace = false;
 };
 
 // Status of a good call of the function at this size.
@@ -121,6 +125,7 @@ struct CallImages {
   std::vector<uint8_t*> srcPtrs, dstPtrs;
   std::vector<int> srcSteps, dstSteps;
   FillFn fill;
+  bool inPlace = false;
   CallImages(const FnCase& fc, LumSize roi, ImageOptions opt = {});
   Buffers buffers();
   void randomizeSource(std::mt19937& rng);

@@ -128,6 +128,11 @@ std::vector<LaneOp> laneOps() {
       LANE_V2(evens16), LANE_V2(odds16), LANE_V2(slideUp16),
       LANE_F2(cmplef), LANE_F2(cmpeqf), LANE_OP(selectf, 'f', Each, X::put(o, O::selectf(X::f(a[0]), X::f(a[1]), X::f(a[2])))), LANE_OP(absf, 'f', Each, X::put(o, O::absf(X::f(a[0])))),
       LANE_D2(cmpled), LANE_OP(selectd, 'd', Each, X::put(o, O::selectd(X::d(a[0]), X::d(a[1]), X::d(a[2])))),
+      // ---- added for the power kernel
+      LANE_OP(castfv / castvf, 'i', Each, X::put(o, O::castfv(O::castvf(X::v(a[0]))))),
+      LANE_OP(cmpltf, 'i', Each, X::put(o, O::castfv(O::cmpltf(X::f(a[0]), X::f(a[1]))))),
+      LANE_OP(maskf, 'i', None, X::scalar(o, O::maskf(X::f(a[0])))),
+      LANE_OP(cvtdf, 'f', Each, X::put(o, O::cvtdf(X::d(a[0]), X::d(a[1])))), LANE_D2(mind), LANE_D2(maxd),
   };
 #undef LANE_SHIFT
 #undef LANE_D2

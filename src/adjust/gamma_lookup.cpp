@@ -1,0 +1,146 @@
+// Gamma on 8u and 16u: every colour sample replaced by its table element. No
+// other arithmetic, so in-place and copying forms give the same samples; alpha
+// of the AC4 forms is neither read nor written.
+#include "adjust/gamma_tables.h"
+#include "frame/check.h"
+#include "frame/rows.h"
+
+using namespace lum;
+
+namespace {
+
+// Samples a row of `count` pixels touches: the three colour samples of each
+// group of Stride (3: a C3 row as 3 x width samples; 4: AC4, alpha skipped; 1: a plane).
+template <class T, int Stride>
+inline void lookupRow(const T* tab, const T* s, T* d, int count) {
+  if constexpr (Stride == 4) {
+    for (int i = 0; i < count; ++i)
+      for (int c = 0; c < 3; ++c) storeAt(d + 4 * i + c, tab[loadAt(s + 4 * i + c)]);
+  } else {
+    const int n = count * Stride;
+    for (int i = 0; i < n; ++i) storeAt(d + i, tab[loadAt(s + i)]);
+  }
+}
+
+template <class T, int Stride>
+void lookupImage(const T* tab, const T* src, int srcStep, T* dst, int dstStep, LumSize roi) {
+  for (int y = 0; y < roi.height; ++y) lookupRow<T, Stride>(tab, rowAt(src, y, srcStep), rowAt(dst, y, dstStep), roi.width);
+}
+
+// C3 and AC4, copying: null, size, step.
+template <class T, int Stride>
+LumStatus packedCopy(const T* tab, const T* pSrc, int srcStep, T* pDst, int dstStep, LumSize roi) {
+  if (LumStatus st = check::nullSizeStep(check::anyNull(pSrc, pDst), roi, {srcStep, dstStep})) return st;
+  lookupImage<T, Stride>(tab, pSrc, srcStep, pDst, dstStep, roi);
+  return lumStatusOk;
+}
+
+// C3 and AC4, in place.
+template <class T, int Stride>
+LumStatus packedInPlace(const T* tab, T* p, int step, LumSize roi) {
+  if (LumStatus st = check::nullSizeStep(check::anyNull(p), roi, {step})) return st;
+  lookupImage<T, Stride>(tab, p, step, p, step, roi);
+  return lumStatusOk;
+}
+
+// P3, copying: the arrays and their plane pointers, size, step.
+template <class T>
+LumStatus planarCopy(const T* tab, const T* const* pSrc, int srcStep, T* const* pDst, int dstStep, LumSize roi) {
+  const bool null = check::anyNull(pSrc, pDst) || check::anyPlaneNull(pSrc, 3) || check::anyPlaneNull(pDst, 3);
+  if (LumStatus st = check::nullSizeStep(null, roi, {srcStep, dstStep})) return st;
+  for (int k = 0; k < 3; ++k) lookupImage<T, 1>(tab, pSrc[k], srcStep, pDst[k], dstStep, roi);
+  return lumStatusOk;
+}
+
+// P3, in place.
+template <class T>
+LumStatus planarInPlace(const T* tab, T* const* p, int step, LumSize roi) {
+  if (LumStatus st = check::nullSizeStep(check::anyNull(p) || check::anyPlaneNull(p, 3), roi, {step})) return st;
+  for (int k = 0; k < 3; ++k) lookupImage<T, 1>(tab, p[k], step, p[k], step, roi);
+  return lumStatusOk;
+}
+
+}  // namespace
+
+using gamma::tableFwd16u;
+using gamma::tableFwd8u;
+using gamma::tableInv16u;
+using gamma::tableInv8u;
+
+extern "C" {
+
+LumStatus lumiGammaFwd_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
+  return packedCopy<Lum8u, 3>(tableFwd8u, pSrc, srcStep, pDst, dstStep, roi);
+}
+LumStatus lumiGammaFwd_8u_C3IR(Lum8u* pSrcDst, int srcDstStep, LumSize roi) {
+  return packedInPlace<Lum8u, 3>(tableFwd8u, pSrcDst, srcDstStep, roi);
+}
+LumStatus lumiGammaFwd_8u_AC4R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
+  return packedCopy<Lum8u, 4>(tableFwd8u, pSrc, srcStep, pDst, dstStep, roi);
+}
+LumStatus lumiGammaFwd_8u_AC4IR(Lum8u* pSrcDst, int srcDstStep, LumSize roi) {
+  return packedInPlace<Lum8u, 4>(tableFwd8u, pSrcDst, srcDstStep, roi);
+}
+LumStatus lumiGammaFwd_8u_P3R(const Lum8u* const pSrc[3], int srcStep, Lum8u* const pDst[3], int dstStep, LumSize roi) {
+  return planarCopy<Lum8u>(tableFwd8u, pSrc, srcStep, pDst, dstStep, roi);
+}
+LumStatus lumiGammaFwd_8u_IP3R(Lum8u* const pSrcDst[3], int srcDstStep, LumSize roi) {
+  return planarInPlace<Lum8u>(tableFwd8u, pSrcDst, srcDstStep, roi);
+}
+LumStatus lumiGammaFwd_16u_C3R(const Lum16u* pSrc, int srcStep, Lum16u* pDst, int dstStep, LumSize roi) {
+  return packedCopy<Lum16u, 3>(tableFwd16u, pSrc, srcStep, pDst, dstStep, roi);
+}
+LumStatus lumiGammaFwd_16u_C3IR(Lum16u* pSrcDst, int srcDstStep, LumSize roi) {
+  return packedInPlace<Lum16u, 3>(tableFwd16u, pSrcDst, srcDstStep, roi);
+}
+LumStatus lumiGammaFwd_16u_AC4R(const Lum16u* pSrc, int srcStep, Lum16u* pDst, int dstStep, LumSize roi) {
+  return packedCopy<Lum16u, 4>(tableFwd16u, pSrc, srcStep, pDst, dstStep, roi);
+}
+LumStatus lumiGammaFwd_16u_AC4IR(Lum16u* pSrcDst, int srcDstStep, LumSize roi) {
+  return packedInPlace<Lum16u, 4>(tableFwd16u, pSrcDst, srcDstStep, roi);
+}
+LumStatus lumiGammaFwd_16u_P3R(const Lum16u* const pSrc[3], int srcStep, Lum16u* const pDst[3], int dstStep, LumSize roi) {
+  return planarCopy<Lum16u>(tableFwd16u, pSrc, srcStep, pDst, dstStep, roi);
+}
+LumStatus lumiGammaFwd_16u_IP3R(Lum16u* const pSrcDst[3], int srcDstStep, LumSize roi) {
+  return planarInPlace<Lum16u>(tableFwd16u, pSrcDst, srcDstStep, roi);
+}
+
+LumStatus lumiGammaInv_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
+  return packedCopy<Lum8u, 3>(tableInv8u, pSrc, srcStep, pDst, dstStep, roi);
+}
+LumStatus lumiGammaInv_8u_C3IR(Lum8u* pSrcDst, int srcDstStep, LumSize roi) {
+  return packedInPlace<Lum8u, 3>(tableInv8u, pSrcDst, srcDstStep, roi);
+}
+LumStatus lumiGammaInv_8u_AC4R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
+  return packedCopy<Lum8u, 4>(tableInv8u, pSrc, srcStep, pDst, dstStep, roi);
+}
+LumStatus lumiGammaInv_8u_AC4IR(Lum8u* pSrcDst, int srcDstStep, LumSize roi) {
+  return packedInPlace<Lum8u, 4>(tableInv8u, pSrcDst, srcDstStep, roi);
+}
+LumStatus lumiGammaInv_8u_P3R(const Lum8u* const pSrc[3], int srcStep, Lum8u* const pDst[3], int dstStep, LumSize roi) {
+  return planarCopy<Lum8u>(tableInv8u, pSrc, srcStep, pDst, dstStep, roi);
+}
+LumStatus lumiGammaInv_8u_IP3R(Lum8u* const pSrcDst[3], int srcDstStep, LumSize roi) {
+  return planarInPlace<Lum8u>(tableInv8u, pSrcDst, srcDstStep, roi);
+}
+LumStatus lumiGammaInv_16u_C3R(const Lum16u* pSrc, int srcStep, Lum16u* pDst, int dstStep, LumSize roi) {
+  return packedCopy<Lum16u, 3>(tableInv16u, pSrc, srcStep, pDst, dstStep, roi);
+}
+LumStatus lumiGammaInv_16u_C3IR(Lum16u* pSrcDst, int srcDstStep, LumSize roi) {
+  return packedInPlace<Lum16u, 3>(tableInv16u, pSrcDst, srcDstStep, roi);
+}
+LumStatus lumiGammaInv_16u_AC4R(const Lum16u* pSrc, int srcStep, Lum16u* pDst, int dstStep, LumSize roi) {
+  return packedCopy<Lum16u, 4>(tableInv16u, pSrc, srcStep, pDst, dstStep, roi);
+}
+LumStatus lumiGammaInv_16u_AC4IR(Lum16u* pSrcDst, int srcDstStep, LumSize roi) {
+  return packedInPlace<Lum16u, 4>(tableInv16u, pSrcDst, srcDstStep, roi);
+}
+LumStatus lumiGammaInv_16u_P3R(const Lum16u* const pSrc[3], int srcStep, Lum16u* const pDst[3], int dstStep, LumSize roi) {
+  return planarCopy<Lum16u>(tableInv16u, pSrc, srcStep, pDst, dstStep, roi);
+}
+LumStatus lumiGammaInv_16u_IP3R(Lum16u* const pSrcDst[3], int srcDstStep, LumSize roi) {
+  return planarInPlace<Lum16u>(tableInv16u, pSrcDst, srcDstStep, roi);
+}
+
+}  // extern "C"
