@@ -17,7 +17,7 @@ std::vector<GuardedImage> makeImage(const ImageShape& s, LumSize roi, ImageOptio
 }
 }  // namespace
 
-CallImages::CallImages(const FnCase& fc, LumSize roi, ImageOptions opt) : fill(fc.fillSource) {
+CallImages::CallImages(const FnCase& fc, LumSize roi, ImageOptions opt) : fill(fc.fillSource), inPlace(fc.inPlace) {
   opt.stepAlign = std::lcm(opt.stepAlign, fc.stepAlign);
   if (fc.dense) {
     opt.padBytes = 0;
@@ -54,6 +54,10 @@ void CallImages::randomizeSource(std::mt19937& rng) {
   }
 }
 void CallImages::fillDestination(uint8_t v) {
+  if (inPlace) {
+    for (size_t i = 0; i < dst.size(); ++i) dst[i].setBytes(src[i].bytes());
+    return;
+  }
   for (auto& g : dst) g.fill(v);
 }
 std::vector<uint8_t> CallImages::destinationBytes() const {
@@ -99,6 +103,7 @@ std::vector<NullChoice> nullChoices(const FnCase& fc) {
   std::vector<NullChoice> v;
   const ImageShape* imgs[2] = {&fc.src, &fc.dst};
   for (int i = 0; i < 2; ++i) {
+    if (i == 0 && fc.inPlace) continue;  // no source argument
     if (imgs[i]->separate) {
       for (int p = 0; p < imgs[i]->nChecked(); ++p) v.push_back({i, p});
       continue;

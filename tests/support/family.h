@@ -107,6 +107,9 @@ struct FnCase {
   // The image's planes take their steps from an array argument, which a null
   // refuses like a null plane array (before the size).
   bool srcStepArray = false, dstStepArray = false;
+  // One image is source and destination (in-place forms): the call takes the
+  // destination, which holds a copy of the source's contents before each call.
+  bool inPlace = false;
 };
 
 // Status of a good call of the function at this size.
@@ -118,6 +121,7 @@ struct CallImages {
   std::vector<uint8_t*> srcPtrs, dstPtrs;
   std::vector<int> srcSteps, dstSteps;
   FillFn fill;
+  bool inPlace = false;
   CallImages(const FnCase& fc, LumSize roi, ImageOptions opt = {});
   Buffers buffers();
   void randomizeSource(std::mt19937& rng);
