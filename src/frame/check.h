@@ -80,3 +80,18 @@ inline LumStatus packedAndPlanes(const P* packedImage, const Q* const* planeArra
 }
 
 }  // namespace lum::check
+
+// ---- colour twist, 12-bit pack and unpack
+#include <initializer_list>
+
+namespace lum::check {
+// Pointers null -> lumStatusNullPointer, size below 1 -> lumStatusBadSize, then
+// any of the row steps below 1 -> lumStatusBadStep.
+template <class... P>
+constexpr LumStatus nullSizeStep(LumSize roi, std::initializer_list<int> steps, const P*... p) {
+  if (LumStatus s = nullThenSize(roi, p...)) return s;
+  for (int st : steps)
+    if (st < 1) return lumStatusBadStep;
+  return lumStatusOk;
+}
+}  // namespace lum::check
