@@ -309,6 +309,29 @@ struct Emu {
     for (int i = 1; i < 8; ++i) r.h[i] = a.h[i - 1];
     return r;
   }
+
+  // ---- added for bit-depth reduction
+  // All-ones lanes where a < b (false for NaN), else zero.
+  static F cmpltf(F a, F b) {
+    F r;
+    for (int i = 0; i < 4; ++i) {
+      const uint32_t m = a.l[i] < b.l[i] ? 0xFFFFFFFFu : 0u;
+      std::memcpy(&r.l[i], &m, 4);
+    }
+    return r;
+  }
+  // Bitwise and of float lanes.
+  static F andf(F a, F b) {
+    F r;
+    for (int i = 0; i < 4; ++i) {
+      uint32_t x, y;
+      std::memcpy(&x, &a.l[i], 4);
+      std::memcpy(&y, &b.l[i], 4);
+      x &= y;
+      std::memcpy(&r.l[i], &x, 4);
+    }
+    return r;
+  }
 };
 
 #if LUM_SIMD_SSE
@@ -436,6 +459,10 @@ struct Sse {
   }
   static V odds16(V a, V b) { return _mm_packs_epi32(_mm_srai_epi32(a, 16), _mm_srai_epi32(b, 16)); }
   static V slideUp16(V a, V c) { return _mm_alignr_epi8(a, c, 14); }
+
+  // ---- added for bit-depth reduction
+  static F cmpltf(F a, F b) { return _mm_cmplt_ps(a, b); }
+  static F andf(F a, F b) { return _mm_and_ps(a, b); }
 };
 
 // The 128-bit set of this build: the register where there is one.

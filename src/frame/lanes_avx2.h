@@ -168,6 +168,10 @@ struct Avx2 {
   }
   static V odds16(V a, V b) { return _mm256_packs_epi32(_mm256_srai_epi32(a, 16), _mm256_srai_epi32(b, 16)); }
   static V slideUp16(V a, V c) { return _mm256_alignr_epi8(a, c, 14); }
+
+  // ---- added for bit-depth reduction
+  static F cmpltf(F a, F b) { return _mm256_cmp_ps(a, b, _CMP_LT_OQ); }
+  static F andf(F a, F b) { return _mm256_and_ps(a, b); }
 };
 
 }  // namespace
