@@ -69,7 +69,9 @@ struct Diffuse {
     }
     float q = float(truncI(v * inv)) * step;
     const float t = noisy ? noise.at(x, y) : half;
-    if (t < v - q) q = q + step;
+    // q is never -0 here, so adding 0 where the test fails leaves it as it is;
+    // the select keeps the unpredictable test off the branch predictor.
+    q = q + (t < v - q ? step : 0.0f);
     c[x] = v - q;
     return code<Fm>(q, out);
   }

@@ -15,7 +15,7 @@
 namespace lum::reduce {
 
 // x86 conversions of a float to int32: truncated, NaN and out of range giving INT32_MIN.
-inline int32_t truncI(float v) { return lanes::emu::cvtTrunc(double(v)); }
+inline int32_t truncI(float v) { return v >= -2147483648.0f && v < 2147483648.0f ? int32_t(v) : INT32_MIN; }
 inline int32_t sat16s(int32_t v) { return v < -32768 ? -32768 : (v > 32767 ? 32767 : v); }
 inline int32_t clampI(int32_t v, int32_t hi) { return v < 0 ? 0 : (v > hi ? hi : v); }
 // a + b and a - b wrapping as 32-bit lanes do.
