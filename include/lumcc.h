@@ -1255,9 +1255,13 @@ LUMAPI LumStatus lumiUnpack_12u16u_C1R(const Lum8u* pSrc, int srcStep, Lum16u* p
    (lumStatusLevelsOutOfRange), dither kind (lumStatusBadDitherKind); then a
    needed but null pBuffer -> lumStatusNullPointer. pBuffer is a scratch area of
    the size told by lumiReduceBitsGetBufferSize (aligned to 64 bytes inside);
-   it may be null when no buffer is needed. 32f sources are read as 0..1. */
+   it may be null when no buffer is needed (lumDitherOff; lumDitherOrdered with
+   noise 0). 32f sources are read as 0..1. No sample outside the region is read
+   or written; in AC4 the destination's alpha is never written. lumDitherOff
+   honours any byte step; the dither kinds round steps down to whole samples. */
 
-/** Writes the scratch size in bytes for these arguments to *pBufferSize; layout is a LumReduceLayout value. */
+/** Writes the scratch size in bytes for these arguments to *pBufferSize; layout is a LumReduceLayout value.
+ *  Checks: null, width (the height is not looked at), layout (lumStatusBadLayout), noise, dither kind. */
 LUMAPI LumStatus lumiReduceBitsGetBufferSize(int layout, LumSize roiSize, int noise, LumDitherKind ditherKind,
     int* pBufferSize);
 LUMAPI LumStatus lumiReduceBits_8u_C1R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roiSize,
@@ -1324,8 +1328,11 @@ LUMAPI LumStatus lumiReduceBits_32f16s_C4R(const Lum32f* pSrc, int srcStep, Lum1
     LumSize roiSize, int noise, LumDitherKind ditherKind, int levels, Lum8u* pBuffer);
 LUMAPI LumStatus lumiReduceBits_32f16s_AC4R(const Lum32f* pSrc, int srcStep, Lum16s* pDst, int dstStep,
     LumSize roiSize, int noise, LumDitherKind ditherKind, int levels, Lum8u* pBuffer);
-/** 8-bit gray to a one-bit bitmap (leftmost pixel in the most significant bit); kinds lumDitherOff (threshold)
- *  and lumDitherStucki only; noise and seed are not used. */
+/** 8-bit gray to a one-bit bitmap (leftmost pixel in the most significant bit); kinds lumDitherOff (on where
+ *  s > threshold) and lumDitherStucki only (others: lumStatusBadDitherKind); noise and seed are not used.
+ *  Only dstBitOffset & 7 counts. A row writes (dstBitOffset & 7) + width bits from pDst: the first byte keeps
+ *  its top (dstBitOffset & 7) bits and its bits past a row that ends in it become 0; a last partial byte
+ *  keeps its low bits. lumDitherStucki needs pBuffer of lumiReduceBitsGetBufferSize(1, roi, 0, lumDitherStucki). */
 LUMAPI LumStatus lumiReduceBits_8u1u_C1R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, int dstBitOffset,
     LumSize roiSize, int noise, Lum32u seed, LumDitherKind ditherKind, Lum8u threshold, Lum8u* pBuffer);
 

@@ -95,3 +95,15 @@ constexpr LumStatus nullSizeStep(LumSize roi, std::initializer_list<int> steps, 
   return lumStatusOk;
 }
 }  // namespace lum::check
+
+// ---- bit-depth reduction
+namespace lum::check {
+// null, size, noise outside 0..100 (tested unsigned), levels outside 2..maxLevels.
+template <class... P>
+constexpr LumStatus reduceBits(LumSize roi, int noise, int levels, int maxLevels, const P*... p) {
+  if (LumStatus s = nullThenSize(roi, p...)) return s;
+  if (unsigned(noise) > 100u) return lumStatusNoiseOutOfRange;
+  if (levels < 2 || levels > maxLevels) return lumStatusLevelsOutOfRange;
+  return lumStatusOk;
+}
+}  // namespace lum::check

@@ -377,6 +377,21 @@ struct Emu {
     for (int i = 0; i < 4; ++i) r.w(i, f(a.l[i], b.l[i]) ? -1 : 0);
     return castvf(r);
   }
+
+ public:
+  // ---- added for bit-depth reduction
+  // Bitwise and of float lanes.
+  static F andf(F a, F b) {
+    F r;
+    for (int i = 0; i < 4; ++i) {
+      uint32_t x, y;
+      std::memcpy(&x, &a.l[i], 4);
+      std::memcpy(&y, &b.l[i], 4);
+      x &= y;
+      std::memcpy(&r.l[i], &x, 4);
+    }
+    return r;
+  }
 };
 
 #if LUM_SIMD_SSE
@@ -521,6 +536,9 @@ struct Sse {
   static F cvtdf(D lo, D hi) { return _mm_movelh_ps(_mm_cvtpd_ps(lo), _mm_cvtpd_ps(hi)); }
   static D mind(D a, D b) { return _mm_min_pd(a, b); }
   static D maxd(D a, D b) { return _mm_max_pd(a, b); }
+
+  // ---- added for bit-depth reduction
+  static F andf(F a, F b) { return _mm_and_ps(a, b); }
 };
 
 // The 128-bit set of this build: the register where there is one.

@@ -190,6 +190,9 @@ struct Avx2 {
   }
   static D mind(D a, D b) { return _mm256_min_pd(a, b); }
   static D maxd(D a, D b) { return _mm256_max_pd(a, b); }
+
+  // ---- added for bit-depth reduction
+  static F andf(F a, F b) { return _mm256_and_ps(a, b); }
 };
 
 }  // namespace
