@@ -1345,32 +1345,43 @@ LUMAPI LumStatus lumiReduceBits_8u1u_C1R(const Lum8u* pSrc, int srcStep, Lum8u* 
    names the cell at the image's first pixel; a value outside 0..3 ->
    lumStatusBadArgument. */
 
-/** Bilinear demosaic with gradient-directed green to interleaved R, G, B; image below 2x2 -> lumStatusBadSize. */
+/** Bilinear demosaic with gradient-directed green to interleaved R, G, B; image below 2x2 -> lumStatusBadSize.
+ *  The region is cut at the image's right and bottom edges; x and y are not checked (pixels left of or above
+ *  the image are not written). */
 LUMAPI LumStatus lumiCFAToRGB_8u_C1C3R(const Lum8u* pSrc, LumRect srcRect, LumSize imageSize, int srcStep,
     Lum8u* pDst, int dstStep, LumCfaGrid cfaGrid);
-/** Bilinear demosaic with gradient-directed green to interleaved R, G, B; image below 2x2 -> lumStatusBadSize. */
+/** Bilinear demosaic with gradient-directed green to interleaved R, G, B; image below 2x2 -> lumStatusBadSize.
+ *  Both steps are used in whole samples (an odd byte count loses its last byte). */
 LUMAPI LumStatus lumiCFAToRGB_16u_C1C3R(const Lum16u* pSrc, LumRect srcRect, LumSize imageSize, int srcStep,
     Lum16u* pDst, int dstStep, LumCfaGrid cfaGrid);
 /** VNG demosaic to B, G, R and an untouched fourth sample; pScale: 3 gains for B, G, R, or null; image below 5x5
- *  -> lumStatusBadSize. */
+ *  -> lumStatusBadSize. Pixels within two of the image's edges repeat the nearest computed pixel; when the region
+ *  ends within two pixels of the image's right (bottom) edge, the columns (rows) up to that edge are written even
+ *  where they lie past the region, so the destination must reach them. A region with no pixel at least two from
+ *  every edge writes nothing. */
 LUMAPI LumStatus lumiCFAToBGRA_VNG_8u_C1C4R(const Lum8u* pSrc, LumRect srcRect, LumSize imageSize, int srcStep,
     const Lum32f* pScale, Lum8u* pDst, int dstStep, LumCfaGrid cfaGrid);
 /** VNG demosaic, long-size form of the above (sizes, positions and steps as LumLong). */
 LUMAPI LumStatus lumiCFAToBGRA_VNG_8u_C1C4R_L(const Lum8u* pSrc, LumRectL srcRect, LumSizeL imageSize,
     LumLong srcStep, const Lum32f* pScale, Lum8u* pDst, LumLong dstStep, LumCfaGrid cfaGrid);
 /** VNG demosaic to B, G, R and an untouched fourth sample; pScale: 3 gains for B, G, R, or null; image below 5x5
- *  -> lumStatusBadSize. */
+ *  -> lumStatusBadSize. Pixels within two of the image's edges repeat the nearest computed pixel; when the region
+ *  ends within two pixels of the image's right (bottom) edge, the columns (rows) up to that edge are written even
+ *  where they lie past the region, so the destination must reach them. A region with no pixel at least two from
+ *  every edge writes nothing. */
 LUMAPI LumStatus lumiCFAToBGRA_VNG_16u_C1C4R(const Lum16u* pSrc, LumRect srcRect, LumSize imageSize, int srcStep,
     const Lum32f* pScale, Lum16u* pDst, int dstStep, LumCfaGrid cfaGrid);
 /** VNG demosaic, long-size form of the above (sizes, positions and steps as LumLong). */
 LUMAPI LumStatus lumiCFAToBGRA_VNG_16u_C1C4R_L(const Lum16u* pSrc, LumRectL srcRect, LumSizeL imageSize,
     LumLong srcStep, const Lum32f* pScale, Lum16u* pDst, LumLong dstStep, LumCfaGrid cfaGrid);
-/** AHD demosaic to interleaved R, G, B; pTmp: caller's work buffer of 30 rows of tmpStep bytes; image below 5x5
- *  -> lumStatusBadSize. */
+/** AHD demosaic to interleaved R, G, B; image below 5x5 -> lumStatusBadSize. pTmp: caller's work buffer of 30
+ *  rows of tmpStep bytes (used rounded down to even), tmpStep at least (w + 6) * (bytes per sample + 1) with w the
+ *  region's width cut to the image; its contents do not matter. Negative x, y become 0. */
 LUMAPI LumStatus lumiDemosaicAHD_8u_C1C3R(const Lum8u* pSrc, LumRect srcRect, LumSize imageSize, int srcStep,
     Lum8u* pDst, int dstStep, LumCfaGrid cfaGrid, Lum8u* pTmp, int tmpStep);
-/** AHD demosaic to interleaved R, G, B; pTmp: caller's work buffer of 30 rows of tmpStep bytes; image below 5x5
- *  -> lumStatusBadSize. */
+/** AHD demosaic to interleaved R, G, B; image below 5x5 -> lumStatusBadSize. pTmp: caller's work buffer of 30
+ *  rows of tmpStep bytes (used rounded down to even), tmpStep at least (w + 6) * (bytes per sample + 1) with w the
+ *  region's width cut to the image; its contents do not matter. Negative x, y become 0. */
 LUMAPI LumStatus lumiDemosaicAHD_16u_C1C3R(const Lum16u* pSrc, LumRect srcRect, LumSize imageSize, int srcStep,
     Lum16u* pDst, int dstStep, LumCfaGrid cfaGrid, Lum8u* pTmp, int tmpStep);
 

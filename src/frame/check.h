@@ -107,3 +107,16 @@ constexpr LumStatus reduceBits(LumSize roi, int noise, int levels, int maxLevels
   return lumStatusOk;
 }
 }  // namespace lum::check
+
+// ---- demosaic
+namespace lum::check {
+// pSrc or pDst null -> lumStatusNullPointer; an image side below minSide ->
+// lumStatusBadSize; a grid code outside 0..3 -> lumStatusBadArgument.
+template <class S, class D, class N>
+constexpr LumStatus bayer(const S* src, const D* dst, N imageW, N imageH, int minSide, int grid) {
+  if (anyNull(src, dst)) return lumStatusNullPointer;
+  if (imageW < minSide || imageH < minSide) return lumStatusBadSize;
+  if (grid < 0 || grid > 3) return lumStatusBadArgument;
+  return lumStatusOk;
+}
+}  // namespace lum::check

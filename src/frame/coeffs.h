@@ -319,4 +319,16 @@ inline constexpr double kInvBreakD = 0.0812, kInvOffsetD = 0.099, kInvGainD = 0.
 
 }  // namespace gamma709
 
+// ---------------------------------------------------------------------------
+// AHD homogeneity measure: BT.601 YCbCr in Q8, no offset, no clamp.
+// ---------------------------------------------------------------------------
+namespace ahd {
+
+// Demosaic homogeneity forms
+inline constexpr int kYr = 66, kYg = 129, kYb = 25;
+inline constexpr int kCbr = -38, kCbg = -74, kCbb = 112;
+inline constexpr int kCrr = 112, kCrg = -94, kCrb = -18;
+
+}  // namespace ahd
+
 }  // namespace lum::coef

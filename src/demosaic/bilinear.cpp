@@ -1,0 +1,257 @@
+// Bilinear demosaic to interleaved R, G, B: neighbourhood means, with green at
+// red and blue sites interpolated along the smoother of the two axes in the
+// interior and plain means over the neighbours that exist in the two outer rings.
+#include <algorithm>
+#include <cstdlib>
+#include <type_traits>
+
+#include "demosaic/bayer.h"
+#include "frame/check.h"
+#include "frame/lanes.h"
+#include "frame/layouts.h"
+
+namespace lum::bayer {
+namespace {
+
+// Mean of the orthogonal neighbours that exist: four, three (the one opposite
+// the missing neighbour counted twice) or two at a corner.
+template <class T>
+int borderCross(const Mosaic<T>& m, std::ptrdiff_t x, std::ptrdiff_t y) {
+  const bool up = m.has(x, y - 1), dn = m.has(x, y + 1), lf = m.has(x - 1, y), rt = m.has(x + 1, y);
+  const int u = up ? m.at(x, y - 1) : 0, d = dn ? m.at(x, y + 1) : 0;
+  const int l = lf ? m.at(x - 1, y) : 0, r = rt ? m.at(x + 1, y) : 0;
+  const int n = up + dn + lf + rt;
+  if (n == 4) return mean4(u, d, l, r);
+  if (n == 2) return mean2(u + d, l + r);  // a corner: one of each axis
+  const int opposite = !up ? d : (!dn ? u : (!lf ? r : l));
+  return (u + d + l + r + opposite + 2) >> 2;
+}
+
+// Mean of the diagonal neighbours that exist: four, two, or the one copied.
+template <class T>
+int borderDiag(const Mosaic<T>& m, std::ptrdiff_t x, std::ptrdiff_t y) {
+  int sum = 0, n = 0;
+  for (int dy = -1; dy <= 1; dy += 2)
+    for (int dx = -1; dx <= 1; dx += 2)
+      if (m.has(x + dx, y + dy)) {
+        sum += m.at(x + dx, y + dy);
+        ++n;
+      }
+  return n == 4 ? (sum + 2) >> 2 : (n == 2 ? (sum + 1) >> 1 : sum);
+}
+
+// Mean of the pair of neighbours along one axis: both, or the one that exists.
+template <class T>
+int borderPair(const Mosaic<T>& m, std::ptrdiff_t x, std::ptrdiff_t y, int dx, int dy) {
+  const bool a = m.has(x - dx, y - dy), b = m.has(x + dx, y + dy);
+  if (a && b) return mean2(m.at(x - dx, y - dy), m.at(x + dx, y + dy));
+  return a ? m.at(x - dx, y - dy) : m.at(x + dx, y + dy);
+}
+
+// One pixel of the two outer rings: no gradient test.
+template <class T>
+void borderPixel(const Mosaic<T>& m, int grid, std::ptrdiff_t x, std::ptrdiff_t y, T* out) {
+  const Site s = siteAt(grid, x, y);
+  int v[3];
+  v[s.own] = m.at(x, y);
+  if (s.green()) {
+    v[s.horiz] = borderPair(m, x, y, 1, 0);
+    v[s.vert] = borderPair(m, x, y, 0, 1);
+  } else {
+    v[kGreen] = borderCross(m, x, y);
+    v[s.diag()] = borderDiag(m, x, y);
+  }
+  for (int k = 0; k < 3; ++k) storeAt(out + k, T(v[k]));
+}
+
+// One interior pixel at column x; r[k] is row y - 2 + k.
+template <class T>
+void interiorPixel(const T* const* r, std::ptrdiff_t x, const Site& s, T* out) {
+  auto p = [&](int dy, int dx) { return int(loadAt(r[2 + dy] + x + dx)); };
+  int v[3];
+  v[s.own] = p(0, 0);
+  if (s.green()) {
+    v[s.horiz] = mean2(p(0, -1), p(0, 1));
+    v[s.vert] = mean2(p(-1, 0), p(1, 0));
+  } else {
+    v[s.diag()] = mean4(p(-1, -1), p(-1, 1), p(1, -1), p(1, 1));
+    const int dV = std::abs(p(-2, 0) - p(2, 0)), dH = std::abs(p(0, -2) - p(0, 2));
+    v[kGreen] = dV < dH   ? mean2(p(-1, 0), p(1, 0))
+                : dV > dH ? mean2(p(0, -1), p(0, 1))
+                          : mean4(p(-1, 0), p(1, 0), p(0, -1), p(0, 1));
+  }
+  for (int k = 0; k < 3; ++k) storeAt(out + k, T(v[k]));
+}
+
+// The interior's lane arithmetic: 16-bit lanes for 8u (sums of four fit), 32-bit
+// lanes for 16u. A block is two vectors: 16 pixels of 8u, 8 pixels of 16u.
+template <class O, class T>
+struct BlockOps {
+  using V = typename O::V;
+  static constexpr bool k8 = std::is_same_v<T, Lum8u>;
+  static constexpr int kLanes = k8 ? 8 : 4;
+  static constexpr int kPixels = 2 * kLanes;
+  static V add(V a, V b) { return k8 ? O::add16(a, b) : O::add32(a, b); }
+  static V sub(V a, V b) { return k8 ? O::sub16(a, b) : O::sub32(a, b); }
+  static V shr(V a, int n) { return k8 ? O::srl(a, n) : O::srl32(a, n); }
+  static V c(int v) { return k8 ? O::set(v) : O::set32(v); }
+  static V mean2(V a, V b) { return k8 ? O::avg16(a, b) : shr(add(add(a, b), c(1)), 1); }
+  static V mean4(V a, V b, V d, V e) { return shr(add(add(add(a, b), add(d, e)), c(2)), 2); }
+  static V absDiff(V a, V b) { return k8 ? O::max16(sub(a, b), sub(b, a)) : sub(O::max32(a, b), O::min32(a, b)); }
+  // All ones where a < b (both non-negative and of sample range).
+  static V less(V a, V b) { return k8 ? O::sra(sub(a, b), 15) : O::sra32(sub(a, b), 31); }
+  static V select(V m, V a, V b) { return O::or_(O::and_(m, a), O::andnot(m, b)); }
+  // Two vectors of samples p[0 .. kPixels).
+  static void load(const T* p, V& lo, V& hi) {
+    const V v = O::load(p);
+    if constexpr (k8) {
+      const V z = O::zero();
+      lo = O::zipLo8(v, z);
+      hi = O::zipHi8(v, z);
+    } else {
+      const V lane16 = O::set32(0xFFFF);
+      O::widen(v, lo, hi);
+      lo = O::and_(lo, lane16);
+      hi = O::and_(hi, lane16);
+    }
+  }
+  // All ones in the lanes of even pixels.
+  static V evenLanes() {
+    alignas(16) static constexpr int32_t m[4] = {-1, 0, -1, 0};
+    return k8 ? O::set32(0xFFFF) : O::load(m);
+  }
+};
+
+// Layout adaptor: kPixels pixels of R, G, B lanes (two vectors a channel) into
+// interleaved samples.
+template <class O, class T, class V = typename O::V>
+void storeRGB(T* out, const V (&ch)[3][2]) {
+  constexpr int n = BlockOps<O, T>::kLanes;
+  DstPlanes d = packed(reinterpret_cast<uint8_t*>(out), 0);
+#if LUM_SIMD_SSE
+  if constexpr (std::is_same_v<O, lanes::Sse> && std::is_same_v<T, Lum8u>) {
+    for (int h = 0; h < 2; ++h) layout::RGB::store<false>(d, h * n, layout::Vx{{ch[0][h], ch[1][h], ch[2][h], ch[0][h]}});
+    return;
+  }
+#endif
+  for (int h = 0; h < 2; ++h) {
+    const V o[4] = {ch[0][h], ch[1][h], ch[2][h], ch[0][h]};
+    layout::RGBOf<T>::template storeLanes<O, false>(d, h * n, o);
+  }
+}
+
+// kPixels interior pixels from column x; r[k] is row y - 2 + k; colourEven says
+// that the even pixels of the block are red or blue sites, of colour own.
+template <class O, class T>
+void interiorBlock(const T* const* r, std::ptrdiff_t x, bool colourEven, int own, T* out) {
+  using B = BlockOps<O, T>;
+  using V = typename O::V;
+  V c[2], u[2], d[2], l[2], rt[2], u2[2], d2[2], l2[2], r2[2], ul[2], ur[2], dl[2], dr[2];
+  B::load(r[2] + x, c[0], c[1]);
+  B::load(r[1] + x, u[0], u[1]);
+  B::load(r[3] + x, d[0], d[1]);
+  B::load(r[2] + x - 1, l[0], l[1]);
+  B::load(r[2] + x + 1, rt[0], rt[1]);
+  B::load(r[0] + x, u2[0], u2[1]);
+  B::load(r[4] + x, d2[0], d2[1]);
+  B::load(r[2] + x - 2, l2[0], l2[1]);
+  B::load(r[2] + x + 2, r2[0], r2[1]);
+  B::load(r[1] + x - 1, ul[0], ul[1]);
+  B::load(r[1] + x + 1, ur[0], ur[1]);
+  B::load(r[3] + x - 1, dl[0], dl[1]);
+  B::load(r[3] + x + 1, dr[0], dr[1]);
+  const V even = B::evenLanes();
+  const V mask = colourEven ? even : O::andnot(even, B::c(-1));
+  V ch[3][2];
+  for (int h = 0; h < 2; ++h) {
+    const V h2 = B::mean2(l[h], rt[h]), v2 = B::mean2(u[h], d[h]);
+    const V dV = B::absDiff(u2[h], d2[h]), dH = B::absDiff(l2[h], r2[h]);
+    // The tie of the two gradients takes the four-neighbour mean.
+    const V tie = B::mean4(u[h], d[h], l[h], rt[h]);
+    const V g = B::select(B::less(dV, dH), v2, B::select(B::less(dH, dV), h2, tie));
+    ch[own][h] = B::select(mask, c[h], h2);
+    ch[kGreen][h] = B::select(mask, g, c[h]);
+    ch[otherColour(own)][h] = B::select(mask, B::mean4(ul[h], ur[h], dl[h], dr[h]), v2);
+  }
+  storeRGB<O, T>(out, ch);
+}
+
+// One interior row of n pixels from image column x0, written from out: blocks
+// of 16 (8u) or 8 (16u) pixels, then single pixels.
+template <class T>
+void interiorRow(const T* const* r, int grid, std::ptrdiff_t x0, std::ptrdiff_t y, std::ptrdiff_t n, T* out) {
+  std::ptrdiff_t i = 0;
+  lanes::with128([&](auto o) {
+    using O = decltype(o);
+    constexpr int K = BlockOps<O, T>::kPixels;
+    if (n < K) return;
+    const Site s0 = siteAt(grid, x0, y), s1 = siteAt(grid, x0 + 1, y);
+    const bool colourEven = !s0.green();
+    const int own = colourEven ? s0.own : s1.own;
+    for (; i + K <= n; i += K) interiorBlock<O, T>(r, x0 + i, colourEven, own, out + 3 * i);
+  });
+  for (; i < n; ++i) interiorPixel(r, x0 + i, siteAt(grid, x0 + i, y), out + 3 * i);
+}
+
+template <class T>
+LumStatus cfaToRGB(const T* pSrc, LumRect rc, LumSize img, std::ptrdiff_t srcStep, T* pDst, std::ptrdiff_t dstStep,
+                   int grid) {
+  if (LumStatus s = check::bayer(pSrc, pDst, img.width, img.height, 2, grid)) return s;
+  const std::ptrdiff_t W = img.width, H = img.height;
+  // The region is cut to the image's right and bottom edges; pixels left of or
+  // above the image are not written.
+  const std::ptrdiff_t x1 = std::min<std::ptrdiff_t>(std::ptrdiff_t(rc.x) + rc.width, W);
+  const std::ptrdiff_t y1 = std::min<std::ptrdiff_t>(std::ptrdiff_t(rc.y) + rc.height, H);
+  const std::ptrdiff_t xa = std::max<std::ptrdiff_t>(rc.x, 0), ya = std::max<std::ptrdiff_t>(rc.y, 0);
+  if (x1 <= xa || y1 <= ya) return lumStatusOk;
+  const Mosaic<T> m{pSrc, srcStep, W, H};
+  auto dstAt = [&](std::ptrdiff_t x, std::ptrdiff_t y) { return rowOf(pDst, y - rc.y, dstStep) + 3 * (x - rc.x); };
+  auto ring = [&](std::ptrdiff_t v, std::ptrdiff_t n) { return v < 2 || v >= n - 2; };
+
+  // The two outer rings.
+  for (std::ptrdiff_t y = ya; y < y1; ++y) {
+    if (ring(y, H)) {
+      for (std::ptrdiff_t x = xa; x < x1; ++x) borderPixel(m, grid, x, y, dstAt(x, y));
+      continue;
+    }
+    for (std::ptrdiff_t x = xa; x < x1; ++x) {
+      if (!ring(x, W)) x = std::max(x, W - 2);
+      if (x < x1) borderPixel(m, grid, x, y, dstAt(x, y));
+    }
+  }
+
+  // The interior, columns and rows 2 .. side - 3, a row pair at a time.
+  const std::ptrdiff_t ix0 = std::max<std::ptrdiff_t>(xa, 2), ix1 = std::min(x1, W - 2);
+  const std::ptrdiff_t iy0 = std::max<std::ptrdiff_t>(ya, 2), iy1 = std::min(y1, H - 2);
+  if (ix1 <= ix0 || iy1 <= iy0) return lumStatusOk;
+  auto row = [&](std::ptrdiff_t y) {
+    const T* r[5] = {m.row(y - 2), m.row(y - 1), m.row(y), m.row(y + 1), m.row(y + 2)};
+    interiorRow(r, grid, ix0, y, ix1 - ix0, dstAt(ix0, y));
+  };
+  std::ptrdiff_t y = iy0;
+  for (; y + 2 <= iy1; y += 2) {
+    row(y);
+    row(y + 1);
+  }
+  if (y < iy1) row(y);
+  return lumStatusOk;
+}
+
+}  // namespace
+}  // namespace lum::bayer
+
+extern "C" {
+
+LumStatus lumiCFAToRGB_8u_C1C3R(const Lum8u* pSrc, LumRect srcRect, LumSize imageSize, int srcStep, Lum8u* pDst,
+                                int dstStep, LumCfaGrid cfaGrid) {
+  return lum::bayer::cfaToRGB(pSrc, srcRect, imageSize, srcStep, pDst, dstStep, int(cfaGrid));
+}
+
+// Both steps are taken in whole samples: an odd byte count loses its last byte.
+LumStatus lumiCFAToRGB_16u_C1C3R(const Lum16u* pSrc, LumRect srcRect, LumSize imageSize, int srcStep, Lum16u* pDst,
+                                 int dstStep, LumCfaGrid cfaGrid) {
+  return lum::bayer::cfaToRGB(pSrc, srcRect, imageSize, std::ptrdiff_t(srcStep >> 1) * 2, pDst,
+                              std::ptrdiff_t(dstStep >> 1) * 2, int(cfaGrid));
+}
+
+}  // extern "C"
