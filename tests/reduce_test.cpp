@@ -541,3 +541,28 @@ TEST(ReduceBits1u, StuckiFlatGray) {
       ASSERT_EQ(got, dst[size_t(y * W / 8 + i)]) << y << " " << i;
     }
 }
+
+// An odd byte step: lumDitherOff reads and writes row 1 at byte 5, the dither
+// kinds round the step down to whole samples and use byte 4.
+TEST(ReduceBits, OddStepHonouredByOffRoundedByDitherKinds) {
+  // Read at byte 4 the sample is 0xFF00 (on), at byte 5 it is 0x00FF (off).
+  const uint8_t src[10] = {0, 0, 0, 0, 0x00, 0xFF, 0x00, 0xFF, 0x00, 0xFF};
+  auto sampleAt = [](const uint8_t* d, int byte) {
+    Lum16u v;
+    std::memcpy(&v, d + byte, 2);
+    return int(v);
+  };
+  for (int kind : {lumDitherOff, lumDitherOrdered, lumDitherFloydSteinberg}) {
+    alignas(4) uint8_t dst[12] = {};
+    std::vector<Lum8u> buf(2000);
+    alignas(4) uint8_t in[12] = {};
+    std::memcpy(in, src, sizeof src);
+    ASSERT_EQ(lumiReduceBits_16u_C1R(reinterpret_cast<const Lum16u*>(in), 5, reinterpret_cast<Lum16u*>(dst), 5,
+                                     {2, 2}, 0, LumDitherKind(kind), 2, buf.data()),
+              lumStatusOk);
+    const int row1 = kind == lumDitherOff ? 5 : 4;
+    const int want = kind == lumDitherOff ? 0 : 65535;
+    EXPECT_EQ(sampleAt(dst, row1), want) << kind;
+    EXPECT_EQ(sampleAt(dst, row1 + 2), want) << kind;
+  }
+}

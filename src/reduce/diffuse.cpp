@@ -137,7 +137,7 @@ LumStatus errorDiffusion(const Call& c, int kind) {
   return lumStatusOk;
 }
 
-#define LUM_DIFFUSE(S, D) template LumStatus errorDiffusion<Form<S, D>>(const Call&, int);
+#define LUM_DIFFUSE(tag, S, D) template LumStatus errorDiffusion<Form<S, D>>(const Call&, int);
 LUM_REDUCE_FORMS(LUM_DIFFUSE)
 
 }  // namespace lum::reduce
