@@ -566,3 +566,29 @@ TEST(ReduceBits, OddStepHonouredByOffRoundedByDitherKinds) {
     EXPECT_EQ(sampleAt(dst, row1 + 2), want) << kind;
   }
 }
+
+// Noise terms from the generator's first values (seed 0): pixel (0, 0) takes
+// threshold[1] = r1 / 2^31 = -0.7397 of a unit, pixel (0, 1) threshold[3] =
+// r3 / 2^31 = -0.1936 (noise 100). Ordered: t = (term + B) * 255, so (0, 0)
+// has t = -188.6 and turns on at 0, (0, 1) has t = 154.6 instead of 204.
+// Floyd-Steinberg: t = (term + 0.5) * 255 = -61.1 at (0, 0).
+TEST(ReduceBits, NoiseTermsOfTheFirstPixels) {
+  struct Row {
+    int kind, noise;
+    Lum8u v0, v1;
+    Lum8u want0, want1;
+  };
+  const Row rows[] = {
+      {lumDitherOrdered, 100, 0, 150, 255, 0},  {lumDitherOrdered, 100, 0, 160, 255, 255},
+      {lumDitherOrdered, 0, 0, 160, 0, 0},      {lumDitherFloydSteinberg, 100, 0, 0, 255, 0},
+      {lumDitherFloydSteinberg, 0, 0, 0, 0, 0},
+  };
+  for (const Row& r : rows) {
+    const Lum8u src[2] = {r.v0, r.v1};
+    Lum8u dst[2] = {7, 7};
+    std::vector<Lum8u> buf(8000);
+    ASSERT_EQ(lumiReduceBits_8u_C1R(src, 1, dst, 1, {1, 2}, r.noise, LumDitherKind(r.kind), 2, buf.data()), lumStatusOk);
+    EXPECT_EQ(dst[0], r.want0) << r.kind << " " << r.noise << " " << int(r.v1);
+    EXPECT_EQ(dst[1], r.want1) << r.kind << " " << r.noise << " " << int(r.v1);
+  }
+}
