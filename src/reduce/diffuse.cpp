@@ -4,6 +4,7 @@
 // and the error rows are not cleared between channels on purpose: the first
 // row of a channel sees the last rows of the one before.
 #include <algorithm>
+#include <bit>
 #include <utility>
 
 #include "reduce/reduce_frame.h"
@@ -71,8 +72,9 @@ struct Diffuse {
     float q = float(truncI(v * inv)) * step;
     const float t = noisy ? noise.at(x, y) : half;
     // q is never -0 here, so adding 0 where the test fails leaves it as it is;
-    // the select keeps the unpredictable test off the branch predictor.
-    q = q + (t < v - q ? step : 0.0f);
+    // the step is masked in integers, keeping the unpredictable test off the branch predictor.
+    const uint32_t up = 0u - uint32_t(t < v - q);
+    q = q + std::bit_cast<float>(std::bit_cast<uint32_t>(step) & up);
     c[x] = v - q;
     return code<Fm>(q, out);
   }
