@@ -541,3 +541,54 @@ TEST(ReduceBits1u, StuckiFlatGray) {
       ASSERT_EQ(got, dst[size_t(y * W / 8 + i)]) << y << " " << i;
     }
 }
+
+// An odd byte step: lumDitherOff reads and writes row 1 at byte 5, the dither
+// kinds round the step down to whole samples and use byte 4.
+TEST(ReduceBits, OddStepHonouredByOffRoundedByDitherKinds) {
+  // Read at byte 4 the sample is 0xFF00 (on), at byte 5 it is 0x00FF (off).
+  const uint8_t src[10] = {0, 0, 0, 0, 0x00, 0xFF, 0x00, 0xFF, 0x00, 0xFF};
+  auto sampleAt = [](const uint8_t* d, int byte) {
+    Lum16u v;
+    std::memcpy(&v, d + byte, 2);
+    return int(v);
+  };
+  for (int kind : {lumDitherOff, lumDitherOrdered, lumDitherFloydSteinberg}) {
+    alignas(4) uint8_t dst[12] = {};
+    std::vector<Lum8u> buf(2000);
+    alignas(4) uint8_t in[12] = {};
+    std::memcpy(in, src, sizeof src);
+    ASSERT_EQ(lumiReduceBits_16u_C1R(reinterpret_cast<const Lum16u*>(in), 5, reinterpret_cast<Lum16u*>(dst), 5,
+                                     {2, 2}, 0, LumDitherKind(kind), 2, buf.data()),
+              lumStatusOk);
+    const int row1 = kind == lumDitherOff ? 5 : 4;
+    const int want = kind == lumDitherOff ? 0 : 65535;
+    EXPECT_EQ(sampleAt(dst, row1), want) << kind;
+    EXPECT_EQ(sampleAt(dst, row1 + 2), want) << kind;
+  }
+}
+
+// Noise terms from the generator's first values (seed 0): pixel (0, 0) takes
+// threshold[1] = r1 / 2^31 = -0.7397 of a unit, pixel (0, 1) threshold[3] =
+// r3 / 2^31 = -0.1936 (noise 100). Ordered: t = (term + B) * 255, so (0, 0)
+// has t = -188.6 and turns on at 0, (0, 1) has t = 154.6 instead of 204.
+// Floyd-Steinberg: t = (term + 0.5) * 255 = -61.1 at (0, 0).
+TEST(ReduceBits, NoiseTermsOfTheFirstPixels) {
+  struct Row {
+    int kind, noise;
+    Lum8u v0, v1;
+    Lum8u want0, want1;
+  };
+  const Row rows[] = {
+      {lumDitherOrdered, 100, 0, 150, 255, 0},  {lumDitherOrdered, 100, 0, 160, 255, 255},
+      {lumDitherOrdered, 0, 0, 160, 0, 0},      {lumDitherFloydSteinberg, 100, 0, 0, 255, 0},
+      {lumDitherFloydSteinberg, 0, 0, 0, 0, 0},
+  };
+  for (const Row& r : rows) {
+    const Lum8u src[2] = {r.v0, r.v1};
+    Lum8u dst[2] = {7, 7};
+    std::vector<Lum8u> buf(8000);
+    ASSERT_EQ(lumiReduceBits_8u_C1R(src, 1, dst, 1, {1, 2}, r.noise, LumDitherKind(r.kind), 2, buf.data()), lumStatusOk);
+    EXPECT_EQ(dst[0], r.want0) << r.kind << " " << r.noise << " " << int(r.v1);
+    EXPECT_EQ(dst[1], r.want1) << r.kind << " " << r.noise << " " << int(r.v1);
+  }
+}

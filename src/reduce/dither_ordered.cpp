@@ -97,7 +97,7 @@ LumStatus orderedDither(const Call& c) {
   return lumStatusOk;
 }
 
-#define LUM_ORDERED(S, D) template LumStatus orderedDither<Form<S, D>>(const Call&);
+#define LUM_ORDERED(tag, S, D) template LumStatus orderedDither<Form<S, D>>(const Call&);
 LUM_REDUCE_FORMS(LUM_ORDERED)
 
 }  // namespace lum::reduce

@@ -69,10 +69,8 @@ void stuckiRow(const Lum8u* s, BitRow& out, int w, int32_t threshold, int32_t* c
     const int32_t sum = pp[x - 2] + pp[x + 2] + 8 * (p[x] + c[x - 1]) + 4 * (pp[x] + p[x - 1] + p[x + 1] + c[x - 2]) +
                         2 * (pp[x - 1] + pp[x + 1] + p[x - 2] + p[x + 2]);
     const int32_t a = int32_t(s[x]) * 8192 + sum * 23;
-    int32_t e = a >> 10;
     const bool on = a > limit;
-    if (on) e -= 2047;  // the "on" level
-    c[x] = e;
+    c[x] = (a >> 10) - (2047 & -int32_t(on));  // an "on" pixel gives up the on level, 2047
     out.put(on);
   }
 }

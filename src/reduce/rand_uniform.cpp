@@ -21,6 +21,23 @@ void seedLags(State& s, uint32_t seed) {
   s.carry = -1;
 }
 
+// Fills a record: tag, bounds, the lags from the seed, mean and scale. The
+// bounds' sum and difference are taken in their arithmetic type (32-bit
+// integers for 16s, single precision for 32f) and then widened.
+template <class State, class B>
+LumStatus init(State* p, uint32_t tag, B low, B high, uint32_t seed) {
+  if (p == nullptr) return lumStatusNullPointer;
+  p->tag = tag;
+  p->low = low;
+  p->high = high;
+  seedLags(*p, seed);
+  const auto sum = high + low, diff = high - low;
+  static_assert(sizeof(sum) == 4);
+  p->mean = double(sum) * 0.5;
+  p->scale = double(diff) * kTwoToMinus32;
+  return lumStatusOk;
+}
+
 // One step of the generator: the signed 32-bit sum of both generators' outputs.
 template <class State>
 int32_t next(State& s) {
@@ -62,28 +79,10 @@ LumStatus lumsRandUniformGetSize_32f(int* pSize) {
 }
 
 LumStatus lumsRandUniformInit_16s(LumRandState16s* p, Lum16s low, Lum16s high, uint32_t seed) {
-  if (p == nullptr) return lumStatusNullPointer;
-  p->tag = kTag16s;
-  p->low = low;
-  p->high = high;
-  seedLags(*p, seed);
-  // Sum and difference in 32-bit integers, then widened.
-  p->mean = double(int32_t(high) + int32_t(low)) * 0.5;
-  p->scale = double(int32_t(high) - int32_t(low)) * kTwoToMinus32;
-  return lumStatusOk;
+  return init(p, kTag16s, low, high, seed);
 }
-
 LumStatus lumsRandUniformInit_32f(LumRandState32f* p, Lum32f low, Lum32f high, uint32_t seed) {
-  if (p == nullptr) return lumStatusNullPointer;
-  p->tag = kTag32f;
-  p->low = low;
-  p->high = high;
-  seedLags(*p, seed);
-  // Sum and difference in single precision, then widened.
-  const float sum = high + low, diff = high - low;
-  p->mean = double(sum) * 0.5;
-  p->scale = double(diff) * kTwoToMinus32;
-  return lumStatusOk;
+  return init(p, kTag32f, low, high, seed);
 }
 
 LumStatus lumsRandUniform_16s(Lum16s* pDst, int count, LumRandState16s* p) {

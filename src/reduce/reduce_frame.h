@@ -64,10 +64,11 @@ struct Form {
   }
 };
 
-// The eight forms, for the explicit instantiations of each kind's kernels.
-#define LUM_REDUCE_FORMS(X)                                                                              \
-  X(Lum8u, Lum8u) X(Lum16u, Lum16u) X(Lum16s, Lum16s) X(Lum16u, Lum8u) X(Lum16s, Lum8u) X(Lum32f, Lum8u) \
-      X(Lum32f, Lum16u) X(Lum32f, Lum16s)
+// The eight forms by name tag, source and destination sample, for the entry
+// points and the explicit instantiations of each kind's kernels.
+#define LUM_REDUCE_FORMS(X)                                                                  \
+  X(8u, Lum8u, Lum8u) X(16u, Lum16u, Lum16u) X(16s, Lum16s, Lum16s) X(16u8u, Lum16u, Lum8u) \
+      X(16s8u, Lum16s, Lum8u) X(32f8u, Lum32f, Lum8u) X(32f16u, Lum32f, Lum16u) X(32f16s, Lum32f, Lum16s)
 
 // How a domain value q becomes a code: trunc(q * kCodeScale [+ 0.5f]), shifted,
 // [clamped to 0..kOutMax], biased; the destination keeps the low bits.

@@ -87,7 +87,7 @@ void plainQuantise(const Call& c) {
   lanes::with128([&](auto o) { plainImage<Fm, decltype(o)>(c, k); });
 }
 
-#define LUM_PLAIN(S, D) template void plainQuantise<Form<S, D>>(const Call&);
+#define LUM_PLAIN(tag, S, D) template void plainQuantise<Form<S, D>>(const Call&);
 LUM_REDUCE_FORMS(LUM_PLAIN)
 
 }  // namespace lum::reduce
