@@ -29,18 +29,15 @@ struct BlockOps {
   // All ones where a < b (both non-negative and of sample range).
   static V less(V a, V b) { return k8 ? O::sra(sub(a, b), 15) : O::sra32(sub(a, b), 31); }
   static V select(V m, V a, V b) { return O::or_(O::and_(m, a), O::andnot(m, b)); }
-  // Two vectors of samples p[0 .. kPixels).
-  static void load(const T* p, V& lo, V& hi) {
+  // Half h of the block of samples p[0 .. kPixels): p[h * kLanes ...] as lanes.
+  static V half(const T* p, int h) {
     const V v = O::load(p);
     if constexpr (k8) {
-      const V z = O::zero();
-      lo = O::zipLo8(v, z);
-      hi = O::zipHi8(v, z);
+      return h ? O::zipHi8(v, O::zero()) : O::zipLo8(v, O::zero());
     } else {
-      const V lane16 = O::set32(0xFFFF);
+      V lo, hi;
       O::widen(v, lo, hi);
-      lo = O::and_(lo, lane16);
-      hi = O::and_(hi, lane16);
+      return O::and_(h ? hi : lo, O::set32(0xFFFF));
     }
   }
   static V min(V a, V b) { return k8 ? O::min16(a, b) : O::min32(a, b); }
@@ -91,47 +88,40 @@ std::ptrdiff_t eachBlock(int grid, std::ptrdiff_t x0, std::ptrdiff_t y, std::ptr
   return i;
 }
 
-// Layout adaptor: kPixels pixels of R, G, B lanes (two vectors a channel) into
-// interleaved samples.
+// Layout adaptor: half h of a block (kLanes pixels) of R, G, B lanes into
+// interleaved samples from out.
 template <class O, class T, class V = typename O::V>
-void storeRGB(T* out, const V (&ch)[3][2]) {
+void storeRGB(T* out, int h, const V (&ch)[3]) {
   constexpr int n = BlockOps<O, T>::kLanes;
   DstPlanes d = packed(reinterpret_cast<uint8_t*>(out), 0);
 #if LUM_SIMD_SSE
   if constexpr (std::is_same_v<O, lanes::Sse> && std::is_same_v<T, Lum8u>) {
-    for (int h = 0; h < 2; ++h) layout::RGB::store<false>(d, h * n, layout::Vx{{ch[0][h], ch[1][h], ch[2][h], ch[0][h]}});
+    layout::RGB::store<false>(d, h * n, layout::Vx{{ch[0], ch[1], ch[2], ch[0]}});
     return;
   }
 #endif
-  for (int h = 0; h < 2; ++h) {
-    const V o[4] = {ch[0][h], ch[1][h], ch[2][h], ch[0][h]};
-    layout::RGBOf<T>::template storeLanes<O, false>(d, h * n, o);
-  }
+  const V o[4] = {ch[0], ch[1], ch[2], ch[0]};
+  layout::RGBOf<T>::template storeLanes<O, false>(d, h * n, o);
 }
 
-// Layout adaptor: kPixels pixels of R, G, B lanes into B, G, R and a fourth
+// Layout adaptor: half h of a block of R, G, B lanes into B, G, R and a fourth
 // sample that keeps its value (the 8u vector store reads it and writes it back).
 template <class O, class T, class V = typename O::V>
-void storeBGRKeep(T* out, const V (&ch)[3][2]) {
+void storeBGRKeep(T* out, int h, const V (&ch)[3]) {
   constexpr int n = BlockOps<O, T>::kLanes;
   DstPlanes d = packed(reinterpret_cast<uint8_t*>(out), 0);
   using L = layout::BGRAOf<T>;
 #if LUM_SIMD_SSE
   if constexpr (std::is_same_v<O, lanes::Sse> && std::is_same_v<T, Lum8u>) {
-    const SrcPlanes s = packed(static_cast<const uint8_t*>(d.p[0]), 0);
-    for (int h = 0; h < 2; ++h) {
-      layout::Vx o;
-      L::load(s, h * n, o);
-      for (int k = 0; k < 3; ++k) o.v[k] = ch[k][h];
-      L::template store<true>(d, h * n, o);
-    }
+    layout::Vx o;
+    L::load(packed(static_cast<const uint8_t*>(d.p[0]), 0), h * n, o);
+    for (int k = 0; k < 3; ++k) o.v[k] = ch[k];
+    L::template store<true>(d, h * n, o);
     return;
   }
 #endif
-  for (int h = 0; h < 2; ++h) {
-    const V o[4] = {ch[0][h], ch[1][h], ch[2][h], ch[0][h]};
-    L::template storeLanes<O, false>(d, h * n, o);
-  }
+  const V o[4] = {ch[0], ch[1], ch[2], ch[0]};
+  L::template storeLanes<O, false>(d, h * n, o);
 }
 
 }  // namespace lum::bayer

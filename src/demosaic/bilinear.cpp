@@ -88,34 +88,21 @@ void interiorBlock(const T* const* r, std::ptrdiff_t x, RowLanes rl, T* out) {
   const int own = rl.own;
   using B = BlockOps<O, T>;
   using V = typename O::V;
-  V c[2], u[2], d[2], l[2], rt[2], u2[2], d2[2], l2[2], r2[2], ul[2], ur[2], dl[2], dr[2];
-  B::load(r[2] + x, c[0], c[1]);
-  B::load(r[1] + x, u[0], u[1]);
-  B::load(r[3] + x, d[0], d[1]);
-  B::load(r[2] + x - 1, l[0], l[1]);
-  B::load(r[2] + x + 1, rt[0], rt[1]);
-  B::load(r[0] + x, u2[0], u2[1]);
-  B::load(r[4] + x, d2[0], d2[1]);
-  B::load(r[2] + x - 2, l2[0], l2[1]);
-  B::load(r[2] + x + 2, r2[0], r2[1]);
-  B::load(r[1] + x - 1, ul[0], ul[1]);
-  B::load(r[1] + x + 1, ur[0], ur[1]);
-  B::load(r[3] + x - 1, dl[0], dl[1]);
-  B::load(r[3] + x + 1, dr[0], dr[1]);
   const V even = B::evenLanes();
   const V mask = rl.colourEven ? even : O::andnot(even, B::c(-1));
-  V ch[3][2];
   for (int h = 0; h < 2; ++h) {
-    const V h2 = B::mean2(l[h], rt[h]), v2 = B::mean2(u[h], d[h]);
-    const V dV = B::absDiff(u2[h], d2[h]), dH = B::absDiff(l2[h], r2[h]);
+    auto p = [&](int dy, int dx) { return B::half(r[2 + dy] + x + dx, h); };
+    const V c = p(0, 0), u = p(-1, 0), d = p(1, 0), l = p(0, -1), rt = p(0, 1);
+    const V h2 = B::mean2(l, rt), v2 = B::mean2(u, d);
+    const V dV = B::absDiff(p(-2, 0), p(2, 0)), dH = B::absDiff(p(0, -2), p(0, 2));
     // The tie of the two gradients takes the four-neighbour mean.
-    const V tie = B::mean4(u[h], d[h], l[h], rt[h]);
-    const V g = B::select(B::less(dV, dH), v2, B::select(B::less(dH, dV), h2, tie));
-    ch[own][h] = B::select(mask, c[h], h2);
-    ch[kGreen][h] = B::select(mask, g, c[h]);
-    ch[otherColour(own)][h] = B::select(mask, B::mean4(ul[h], ur[h], dl[h], dr[h]), v2);
+    const V g = B::select(B::less(dV, dH), v2, B::select(B::less(dH, dV), h2, B::mean4(u, d, l, rt)));
+    V ch[3];
+    ch[own] = B::select(mask, c, h2);
+    ch[kGreen] = B::select(mask, g, c);
+    ch[otherColour(own)] = B::select(mask, B::mean4(p(-1, -1), p(-1, 1), p(1, -1), p(1, 1)), v2);
+    storeRGB<O, T>(out, h, ch);
   }
-  storeRGB<O, T>(out, ch);
 }
 
 // One interior row of n pixels from image column x0, written from out: blocks

@@ -141,14 +141,13 @@ void vngBlock(const T* const* r, std::ptrdiff_t x, RowLanes rl, const float* gai
   const int own = rl.own;
   using B = BlockOps<O, T>;
   using V = typename O::V;
-  V q[5][5][2];
-  for (int dy = 0; dy < 5; ++dy)
-    for (int dx = 0; dx < 5; ++dx) B::load(r[dy] + x + dx - 2, q[dy][dx][0], q[dy][dx][1]);
   const V even = B::evenLanes(), one = B::c(1);
   const V cm = rl.colourEven ? even : O::andnot(even, B::c(-1));
-  V ch[3][2];
   for (int h = 0; h < 2; ++h) {
-    auto p = [&](int dy, int dx) { return q[dy + 2][dx + 2][h]; };
+    V q[5][5];
+    for (int dy = 0; dy < 5; ++dy)
+      for (int dx = 0; dx < 5; ++dx) q[dy][dx] = B::half(r[dy] + x + dx - 2, h);
+    auto p = [&](int dy, int dx) { return q[dy + 2][dx + 2]; };
     auto d = [&](V a, V b) { return B::absDiff(a, b); };
     auto add = [&](auto... v) { V s = B::c(0); ((s = B::add(s, v)), ...); return s; };
     auto twice = [&](V a) { return B::add(a, a); };
@@ -211,12 +210,13 @@ void vngBlock(const T* const* r, std::ptrdiff_t x, RowLanes rl, const float* gai
     v[kGreen] = sel(r1, c);
     v[otherColour(own)] = r2;
     // Gains for B, G, R.
+    V ch[3];
     for (int k = 0; k < 3; ++k) {
       const float gk = gain[2 - k];
-      ch[k][h] = B::clampSample(B::viaFloat(v[k], v[k], [gk](auto a, auto) { return O::mulf(a, O::setf(gk)); }));
+      ch[k] = B::clampSample(B::viaFloat(v[k], v[k], [gk](auto a, auto) { return O::mulf(a, O::setf(gk)); }));
     }
+    storeBGRKeep<O, T>(out, h, ch);
   }
-  storeBGRKeep<O, T>(out, ch);
 }
 
 // One interior row of n pixels from image column x0. Only 16u has a
