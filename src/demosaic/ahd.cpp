@@ -47,12 +47,8 @@ struct Rings {
   std::ptrdiff_t width; // entries a row
   static int slot(std::ptrdiff_t y, int n) { return int(((y % n) + n) % n); }
   Lum8u* rowOf(int cand, int colour, std::ptrdiff_t y) const { return base + (cand * 15 + colour * 5 + slot(y, 5)) * step; }
-  int get(int cand, int colour, std::ptrdiff_t x, std::ptrdiff_t y) const {
-    return loadAt(reinterpret_cast<const T*>(rowOf(cand, colour, y)) + (x - x0));
-  }
-  void put(int cand, int colour, std::ptrdiff_t x, std::ptrdiff_t y, int v) const {
-    storeAt(reinterpret_cast<T*>(rowOf(cand, colour, y)) + (x - x0), T(v));
-  }
+  // Row y of a plane, indexed by image column.
+  T* row(int cand, int colour, std::ptrdiff_t y) const { return reinterpret_cast<T*>(rowOf(cand, colour, y)) - x0; }
   int8_t* diffRow(std::ptrdiff_t y) const {
     return reinterpret_cast<int8_t*>(base + slot(y, 4) * step + width * std::ptrdiff_t(sizeof(T))) - x0;
   }
@@ -96,16 +92,18 @@ class Segment {
   // its reflection.
   void greenRow(std::ptrdiff_t y, std::ptrdiff_t x0, std::ptrdiff_t x1) {
     const std::ptrdiff_t py = e_.y(y);
+    T* gh = k_.row(kHorizontal, kGreen, y);
+    T* gv = k_.row(kVertical, kGreen, y);
     for (std::ptrdiff_t x = x0; x < x1; ++x) {
       const std::ptrdiff_t px = e_.x(x);
       const int c = src(px, py);
-      int gh = c, gv = c;
+      int h = c, v = c;
       if (colourAt(grid_, px, py) != kGreen) {
-        gh = greenAlong(c, src(px - 1, py), src(px + 1, py), src(px - 2, py), src(px + 2, py));
-        gv = greenAlong(c, src(px, py - 1), src(px, py + 1), src(px, py - 2), src(px, py + 2));
+        h = greenAlong(c, src(px - 1, py), src(px + 1, py), src(px - 2, py), src(px + 2, py));
+        v = greenAlong(c, src(px, py - 1), src(px, py + 1), src(px, py - 2), src(px, py + 2));
       }
-      k_.put(kHorizontal, kGreen, x, y, gh);
-      k_.put(kVertical, kGreen, x, y, gv);
+      storeAt(gh + x, T(h));
+      storeAt(gv + x, T(v));
     }
   }
   // Green along one axis, with l, r the neighbours and l2, r2 the same colour two
@@ -118,45 +116,54 @@ class Segment {
   // Red and blue of both candidates from their green and the mosaic.
   void colourRow(std::ptrdiff_t y, std::ptrdiff_t x0, std::ptrdiff_t x1) {
     constexpr int top = kMaxOf<T>;
-    for (std::ptrdiff_t x = x0; x < x1; ++x) {
-      const Site s = siteAt(grid_, x, y);
-      const int c = src(x, y);
-      for (int cand = 0; cand < 2; ++cand) {
-        auto g = [&](int dx, int dy) { return k_.get(cand, kGreen, x + dx, y + dy); };
-        auto d = [&](int dx, int dy) { return src(x + dx, y + dy) - g(dx, dy); };  // colour minus green there
-        const int g0 = g(0, 0);
+    for (int cand = 0; cand < 2; ++cand) {
+      const T* g[3] = {k_.row(cand, kGreen, y - 1), k_.row(cand, kGreen, y), k_.row(cand, kGreen, y + 1)};
+      T* out[3] = {k_.row(cand, kRed, y), nullptr, k_.row(cand, kBlue, y)};
+      for (std::ptrdiff_t x = x0; x < x1; ++x) {
+        const Site s = siteAt(grid_, x, y);
+        auto gr = [&](int dx, int dy) { return int(loadAt(g[1 + dy] + x + dx)); };
+        auto d = [&](int dx, int dy) { return src(x + dx, y + dy) - gr(dx, dy); };  // colour minus green there
+        const int g0 = gr(0, 0);
         if (s.green()) {
-          k_.put(cand, s.horiz, x, y, saturate(g0 + ((d(-1, 0) + d(1, 0)) >> 1), top));
-          k_.put(cand, s.vert, x, y, saturate(g0 + ((d(0, -1) + d(0, 1)) >> 1), top));
+          storeAt(out[s.horiz] + x, T(saturate(g0 + ((d(-1, 0) + d(1, 0)) >> 1), top)));
+          storeAt(out[s.vert] + x, T(saturate(g0 + ((d(0, -1) + d(0, 1)) >> 1), top)));
         } else {
-          k_.put(cand, s.own, x, y, c);
-          const int sum = src(x - 1, y - 1) + src(x + 1, y - 1) + src(x - 1, y + 1) + src(x + 1, y + 1) - g(-1, -1) -
-                          g(1, -1) - g(-1, 1) - g(1, 1);
-          k_.put(cand, s.diag(), x, y, saturate(g0 + (sum >> 2), top));
+          storeAt(out[s.own] + x, T(src(x, y)));
+          const int sum = src(x - 1, y - 1) + src(x + 1, y - 1) + src(x - 1, y + 1) + src(x + 1, y + 1) - gr(-1, -1) -
+                          gr(1, -1) - gr(-1, 1) - gr(1, 1);
+          storeAt(out[s.diag()] + x, T(saturate(g0 + (sum >> 2), top)));
         }
       }
     }
   }
 
-  Ycc ycc(int cand, std::ptrdiff_t x, std::ptrdiff_t y) const {
-    return toYcc(k_.get(cand, kRed, x, y), k_.get(cand, kGreen, x, y), k_.get(cand, kBlue, x, y));
-  }
-
   // count(horizontal) - count(vertical) of the homogeneous neighbours.
   void diffRow(std::ptrdiff_t y, std::ptrdiff_t x0, std::ptrdiff_t x1) {
-    static constexpr int kDx[4] = {-1, 1, 0, 0}, kDy[4] = {0, 0, -1, 1};  // left, right, up, down
+    struct Rows {
+      const T* p[3][3];  // row y - 1, y, y + 1 of R, G, B
+      Ycc at(int dy, std::ptrdiff_t x) const {
+        return toYcc(loadAt(p[dy + 1][kRed] + x), loadAt(p[dy + 1][kGreen] + x), loadAt(p[dy + 1][kBlue] + x));
+      }
+    } rows[2];
+    for (int cand = 0; cand < 2; ++cand)
+      for (int dy = -1; dy <= 1; ++dy)
+        for (int c = 0; c < 3; ++c) rows[cand].p[dy + 1][c] = k_.row(cand, c, y + dy);
     int8_t* out = k_.diffRow(y);
+    Ycc left[2] = {rows[0].at(0, x0 - 1), rows[1].at(0, x0 - 1)}, mid[2] = {rows[0].at(0, x0), rows[1].at(0, x0)};
     for (std::ptrdiff_t x = x0; x < x1; ++x) {
       int dL[2][4], dC[2][4];
       for (int cand = 0; cand < 2; ++cand) {
-        const Ycc c = ycc(cand, x, y);
+        const Ycc right = rows[cand].at(0, x + 1);
+        const Ycc nb[4] = {left[cand], right, rows[cand].at(-1, x), rows[cand].at(1, x)};  // left, right, up, down
+        const Ycc c = mid[cand];
         for (int n = 0; n < 4; ++n) {
-          const Ycc o = ycc(cand, x + kDx[n], y + kDy[n]);
-          dL[cand][n] = std::abs(c.y - o.y);
+          dL[cand][n] = std::abs(c.y - nb[n].y);
           // Squares summed in 32-bit signed lanes: 16u extremes wrap.
-          const uint32_t b = uint32_t(c.cb - o.cb), r = uint32_t(c.cr - o.cr);
+          const uint32_t b = uint32_t(c.cb - nb[n].cb), r = uint32_t(c.cr - nb[n].cr);
           dC[cand][n] = int32_t(b * b + r * r);
         }
+        left[cand] = c;
+        mid[cand] = right;
       }
       const int epsL = std::min(std::max(dL[0][0], dL[0][1]), std::max(dL[1][2], dL[1][3]));
       const int epsC = std::min(std::max(dC[0][0], dC[0][1]), std::max(dC[1][2], dC[1][3]));
@@ -171,12 +178,15 @@ class Segment {
   // row's last decision, which starts with the horizontal candidate.
   void outRow(std::ptrdiff_t y, std::ptrdiff_t x0, std::ptrdiff_t x1, T* dst) {
     const int8_t* d[3] = {k_.diffRow(y - 1), k_.diffRow(y), k_.diffRow(y + 1)};
+    const T* rgb[2][3];
+    for (int cand = 0; cand < 2; ++cand)
+      for (int c = 0; c < 3; ++c) rgb[cand][c] = k_.row(cand, c, y);
     int last = kHorizontal;
     for (std::ptrdiff_t x = x0; x < x1; ++x, dst += 3) {
       int sum = 0;
       for (auto* r : d) sum += r[x - 1] + r[x] + r[x + 1];
       if (sum != 0) last = sum > 0 ? kHorizontal : kVertical;
-      for (int c = 0; c < 3; ++c) storeAt(dst + c, T(k_.get(last, c, x, y)));
+      for (int c = 0; c < 3; ++c) storeAt(dst + c, loadAt(rgb[last][c] + x));
     }
   }
 

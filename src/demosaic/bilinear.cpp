@@ -6,9 +6,8 @@
 #include <type_traits>
 
 #include "demosaic/bayer.h"
+#include "demosaic/bayer_lanes.h"
 #include "frame/check.h"
-#include "frame/lanes.h"
-#include "frame/layouts.h"
 
 namespace lum::bayer {
 namespace {
@@ -83,112 +82,35 @@ void interiorPixel(const T* const* r, std::ptrdiff_t x, const Site& s, T* out) {
   for (int k = 0; k < 3; ++k) storeAt(out + k, T(v[k]));
 }
 
-// The interior's lane arithmetic: 16-bit lanes for 8u (sums of four fit), 32-bit
-// lanes for 16u. A block is two vectors: 16 pixels of 8u, 8 pixels of 16u.
+// kPixels interior pixels from column x; r[k] is row y - 2 + k.
 template <class O, class T>
-struct BlockOps {
-  using V = typename O::V;
-  static constexpr bool k8 = std::is_same_v<T, Lum8u>;
-  static constexpr int kLanes = k8 ? 8 : 4;
-  static constexpr int kPixels = 2 * kLanes;
-  static V add(V a, V b) { return k8 ? O::add16(a, b) : O::add32(a, b); }
-  static V sub(V a, V b) { return k8 ? O::sub16(a, b) : O::sub32(a, b); }
-  static V shr(V a, int n) { return k8 ? O::srl(a, n) : O::srl32(a, n); }
-  static V c(int v) { return k8 ? O::set(v) : O::set32(v); }
-  static V mean2(V a, V b) { return k8 ? O::avg16(a, b) : shr(add(add(a, b), c(1)), 1); }
-  static V mean4(V a, V b, V d, V e) { return shr(add(add(add(a, b), add(d, e)), c(2)), 2); }
-  static V absDiff(V a, V b) { return k8 ? O::max16(sub(a, b), sub(b, a)) : sub(O::max32(a, b), O::min32(a, b)); }
-  // All ones where a < b (both non-negative and of sample range).
-  static V less(V a, V b) { return k8 ? O::sra(sub(a, b), 15) : O::sra32(sub(a, b), 31); }
-  static V select(V m, V a, V b) { return O::or_(O::and_(m, a), O::andnot(m, b)); }
-  // Two vectors of samples p[0 .. kPixels).
-  static void load(const T* p, V& lo, V& hi) {
-    const V v = O::load(p);
-    if constexpr (k8) {
-      const V z = O::zero();
-      lo = O::zipLo8(v, z);
-      hi = O::zipHi8(v, z);
-    } else {
-      const V lane16 = O::set32(0xFFFF);
-      O::widen(v, lo, hi);
-      lo = O::and_(lo, lane16);
-      hi = O::and_(hi, lane16);
-    }
-  }
-  // All ones in the lanes of even pixels.
-  static V evenLanes() {
-    alignas(16) static constexpr int32_t m[4] = {-1, 0, -1, 0};
-    return k8 ? O::set32(0xFFFF) : O::load(m);
-  }
-};
-
-// Layout adaptor: kPixels pixels of R, G, B lanes (two vectors a channel) into
-// interleaved samples.
-template <class O, class T, class V = typename O::V>
-void storeRGB(T* out, const V (&ch)[3][2]) {
-  constexpr int n = BlockOps<O, T>::kLanes;
-  DstPlanes d = packed(reinterpret_cast<uint8_t*>(out), 0);
-#if LUM_SIMD_SSE
-  if constexpr (std::is_same_v<O, lanes::Sse> && std::is_same_v<T, Lum8u>) {
-    for (int h = 0; h < 2; ++h) layout::RGB::store<false>(d, h * n, layout::Vx{{ch[0][h], ch[1][h], ch[2][h], ch[0][h]}});
-    return;
-  }
-#endif
-  for (int h = 0; h < 2; ++h) {
-    const V o[4] = {ch[0][h], ch[1][h], ch[2][h], ch[0][h]};
-    layout::RGBOf<T>::template storeLanes<O, false>(d, h * n, o);
-  }
-}
-
-// kPixels interior pixels from column x; r[k] is row y - 2 + k; colourEven says
-// that the even pixels of the block are red or blue sites, of colour own.
-template <class O, class T>
-void interiorBlock(const T* const* r, std::ptrdiff_t x, bool colourEven, int own, T* out) {
+void interiorBlock(const T* const* r, std::ptrdiff_t x, RowLanes rl, T* out) {
+  const int own = rl.own;
   using B = BlockOps<O, T>;
   using V = typename O::V;
-  V c[2], u[2], d[2], l[2], rt[2], u2[2], d2[2], l2[2], r2[2], ul[2], ur[2], dl[2], dr[2];
-  B::load(r[2] + x, c[0], c[1]);
-  B::load(r[1] + x, u[0], u[1]);
-  B::load(r[3] + x, d[0], d[1]);
-  B::load(r[2] + x - 1, l[0], l[1]);
-  B::load(r[2] + x + 1, rt[0], rt[1]);
-  B::load(r[0] + x, u2[0], u2[1]);
-  B::load(r[4] + x, d2[0], d2[1]);
-  B::load(r[2] + x - 2, l2[0], l2[1]);
-  B::load(r[2] + x + 2, r2[0], r2[1]);
-  B::load(r[1] + x - 1, ul[0], ul[1]);
-  B::load(r[1] + x + 1, ur[0], ur[1]);
-  B::load(r[3] + x - 1, dl[0], dl[1]);
-  B::load(r[3] + x + 1, dr[0], dr[1]);
   const V even = B::evenLanes();
-  const V mask = colourEven ? even : O::andnot(even, B::c(-1));
-  V ch[3][2];
+  const V mask = rl.colourEven ? even : O::andnot(even, B::c(-1));
   for (int h = 0; h < 2; ++h) {
-    const V h2 = B::mean2(l[h], rt[h]), v2 = B::mean2(u[h], d[h]);
-    const V dV = B::absDiff(u2[h], d2[h]), dH = B::absDiff(l2[h], r2[h]);
+    auto p = [&](int dy, int dx) { return B::half(r[2 + dy] + x + dx, h); };
+    const V c = p(0, 0), u = p(-1, 0), d = p(1, 0), l = p(0, -1), rt = p(0, 1);
+    const V h2 = B::mean2(l, rt), v2 = B::mean2(u, d);
+    const V dV = B::absDiff(p(-2, 0), p(2, 0)), dH = B::absDiff(p(0, -2), p(0, 2));
     // The tie of the two gradients takes the four-neighbour mean.
-    const V tie = B::mean4(u[h], d[h], l[h], rt[h]);
-    const V g = B::select(B::less(dV, dH), v2, B::select(B::less(dH, dV), h2, tie));
-    ch[own][h] = B::select(mask, c[h], h2);
-    ch[kGreen][h] = B::select(mask, g, c[h]);
-    ch[otherColour(own)][h] = B::select(mask, B::mean4(ul[h], ur[h], dl[h], dr[h]), v2);
+    const V g = B::select(B::less(dV, dH), v2, B::select(B::less(dH, dV), h2, B::mean4(u, d, l, rt)));
+    V ch[3];
+    ch[own] = B::select(mask, c, h2);
+    ch[kGreen] = B::select(mask, g, c);
+    ch[otherColour(own)] = B::select(mask, B::mean4(p(-1, -1), p(-1, 1), p(1, -1), p(1, 1)), v2);
+    storeRGB<O, T>(out, h, ch);
   }
-  storeRGB<O, T>(out, ch);
 }
 
 // One interior row of n pixels from image column x0, written from out: blocks
 // of 16 (8u) or 8 (16u) pixels, then single pixels.
 template <class T>
 void interiorRow(const T* const* r, int grid, std::ptrdiff_t x0, std::ptrdiff_t y, std::ptrdiff_t n, T* out) {
-  std::ptrdiff_t i = 0;
-  lanes::with128([&](auto o) {
-    using O = decltype(o);
-    constexpr int K = BlockOps<O, T>::kPixels;
-    if (n < K) return;
-    const Site s0 = siteAt(grid, x0, y), s1 = siteAt(grid, x0 + 1, y);
-    const bool colourEven = !s0.green();
-    const int own = colourEven ? s0.own : s1.own;
-    for (; i + K <= n; i += K) interiorBlock<O, T>(r, x0 + i, colourEven, own, out + 3 * i);
+  std::ptrdiff_t i = eachBlock<T>(grid, x0, y, n, [&](auto o, std::ptrdiff_t at, RowLanes rl) {
+    interiorBlock<decltype(o), T>(r, x0 + at, rl, out + 3 * at);
   });
   for (; i < n; ++i) interiorPixel(r, x0 + i, siteAt(grid, x0 + i, y), out + 3 * i);
 }

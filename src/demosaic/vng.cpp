@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "demosaic/bayer.h"
+#include "demosaic/bayer_lanes.h"
 #include "frame/check.h"
 #include "frame/lanes.h"
 #include "kernels/primitives.h"
@@ -133,6 +133,92 @@ void vngPixel(const T* const* r, std::ptrdiff_t x, const Site& s, const float* g
     storeAt(out + i, T(saturate(lanes::emu::cvtNearest(float(bgr[i]) * gain[i]), kMaxOf<T>)));
 }
 
+// The same arithmetic on kPixels pixels from column x, one pixel a lane: both
+// diagonal forms and both sets of sums are computed and chosen by the row's
+// lane mask.
+template <class O, class T>
+void vngBlock(const T* const* r, std::ptrdiff_t x, RowLanes rl, const float* gain, T* out) {
+  const int own = rl.own;
+  using B = BlockOps<O, T>;
+  using V = typename O::V;
+  const V even = B::evenLanes(), one = B::c(1);
+  const V cm = rl.colourEven ? even : O::andnot(even, B::c(-1));
+  for (int h = 0; h < 2; ++h) {
+    V q[5][5];
+    for (int dy = 0; dy < 5; ++dy)
+      for (int dx = 0; dx < 5; ++dx) q[dy][dx] = B::half(r[dy] + x + dx - 2, h);
+    auto p = [&](int dy, int dx) { return q[dy + 2][dx + 2]; };
+    auto d = [&](V a, V b) { return B::absDiff(a, b); };
+    auto add = [&](auto... v) { V s = B::c(0); ((s = B::add(s, v)), ...); return s; };
+    auto twice = [&](V a) { return B::add(a, a); };
+    auto sel = [&](V a, V b) { return B::select(cm, a, b); };  // colour lanes a, green lanes b
+    const V c = p(0, 0);
+    V g[8];
+    g[0] = add(twice(add(d(p(-1, 0), p(1, 0)), d(p(-2, 0), c))), d(p(-1, -1), p(1, -1)), d(p(-1, 1), p(1, 1)),
+               d(p(-2, -1), p(0, -1)), d(p(-2, 1), p(0, 1)));
+    g[1] = add(twice(add(d(p(0, 1), p(0, -1)), d(p(0, 2), c))), d(p(-1, 1), p(-1, -1)), d(p(1, 1), p(1, -1)),
+               d(p(-1, 2), p(-1, 0)), d(p(1, 2), p(1, 0)));
+    g[2] = add(twice(add(d(p(1, 0), p(-1, 0)), d(p(2, 0), c))), d(p(1, 1), p(-1, 1)), d(p(1, -1), p(-1, -1)),
+               d(p(2, 1), p(0, 1)), d(p(2, -1), p(0, -1)));
+    g[3] = add(twice(add(d(p(0, -1), p(0, 1)), d(p(0, -2), c))), d(p(1, -1), p(1, 1)), d(p(-1, -1), p(-1, 1)),
+               d(p(1, -2), p(1, 0)), d(p(-1, -2), p(-1, 0)));
+    g[4] = sel(add(twice(add(d(p(-2, 2), c), d(p(-1, 1), p(1, -1)))), d(p(-1, 0), p(0, -1)), d(p(0, 1), p(1, 0)),
+                   d(p(-2, 1), p(-1, 0)), d(p(-1, 2), p(0, 1))),
+               twice(add(d(p(0, -1), p(-2, 1)), d(p(1, 0), p(-1, 2)), d(c, p(-2, 2)), d(p(1, -1), p(-1, 1)))));
+    g[5] = sel(add(twice(add(d(p(2, 2), c), d(p(1, 1), p(-1, -1)))), d(p(0, -1), p(1, 0)), d(p(-1, 0), p(0, 1)),
+                   d(p(1, 2), p(0, 1)), d(p(2, 1), p(1, 0))),
+               twice(add(d(p(0, -1), p(2, 1)), d(p(-1, 0), p(1, 2)), d(c, p(2, 2)), d(p(-1, -1), p(1, 1)))));
+    g[6] = sel(add(twice(add(d(p(-2, -2), c), d(p(-1, -1), p(1, 1)))), d(p(0, -1), p(1, 0)), d(p(-1, 0), p(0, 1)),
+                   d(p(-1, -2), p(0, -1)), d(p(-2, -1), p(-1, 0))),
+               twice(add(d(p(-2, -1), p(0, 1)), d(p(-1, -2), p(1, 0)), d(p(-1, -1), p(1, 1)), d(p(-2, -2), c))));
+    g[7] = sel(add(twice(add(d(p(2, -2), c), d(p(1, -1), p(-1, 1)))), d(p(1, 0), p(0, 1)), d(p(0, -1), p(-1, 0)),
+                   d(p(2, -1), p(1, 0)), d(p(1, -2), p(0, -1))),
+               twice(add(d(p(2, -1), p(0, 1)), d(p(-1, 0), p(1, -2)), d(p(-1, 1), p(1, -1)), d(c, p(2, -2)))));
+    // Sums of the colour-site columns A, B, C and of the green-site ones.
+    const V cA[8] = {add(p(-2, 0), c), add(p(0, 2), c), add(p(2, 0), c), add(p(0, -2), c),
+                     add(p(-2, 2), c), add(p(2, 2), c), add(p(-2, -2), c), add(p(2, -2), c)};
+    const V cB[8] = {twice(p(-1, 0)), twice(p(0, 1)), twice(p(1, 0)), twice(p(0, -1)),
+                     B::shr(add(p(-2, 1), p(-1, 0), p(0, 1), p(-1, 2)), 1),
+                     B::shr(add(p(0, 1), p(1, 0), p(2, 1), p(1, 2)), 1),
+                     B::shr(add(p(-2, -1), p(-1, -2), p(-1, 0), p(0, -1)), 1),
+                     B::shr(add(p(0, -1), p(1, -2), p(2, -1), p(1, 0)), 1)};
+    const V cC[8] = {add(p(-1, -1), p(-1, 1)), add(p(-1, 1), p(1, 1)), add(p(1, 1), p(1, -1)), add(p(-1, -1), p(1, -1)),
+                     twice(p(-1, 1)), twice(p(1, 1)), twice(p(-1, -1)), twice(p(1, -1))};
+    const V gA[8] = {add(p(-2, 1), p(-2, -1)), twice(p(0, 1)), add(p(2, 1), p(2, -1)), twice(p(0, -1)),
+                     add(p(0, 1), p(-2, 1)), add(p(0, 1), p(2, 1)), add(p(0, -1), p(-2, -1)), add(p(0, -1), p(2, -1))};
+    const V gC[8] = {twice(p(-1, 0)), add(p(-1, 2), p(1, 2)), twice(p(1, 0)), add(p(-1, -2), p(1, -2)),
+                     add(p(-1, 2), p(-1, 0)), add(p(1, 2), p(1, 0)), add(p(-1, 0), p(-1, -2)), add(p(1, 0), p(1, -2))};
+    // The green-site B column is the colour-site A column with its diagonals doubled.
+    const V gB[8] = {cA[0], cA[1], cA[2], cA[3], twice(p(-1, 1)), twice(p(1, 1)), twice(p(-1, -1)), twice(p(1, -1))};
+    V gMin = g[0], gMax = g[0];
+    for (int k = 1; k < 8; ++k) gMin = B::min(gMin, g[k]), gMax = B::max(gMax, g[k]);
+    const V t = B::add(gMin, B::max(B::shr(gMax, 1), one));
+    V n = B::c(0), sOwn = n, sFirst = n, sSecond = n;
+    for (int k = 0; k < 8; ++k) {
+      const V m = B::less(g[k], t);
+      n = B::add(n, O::and_(m, one));
+      sOwn = B::add(sOwn, O::and_(m, sel(cA[k], gB[k])));
+      sFirst = B::add(sFirst, O::and_(m, sel(cB[k], gA[k])));
+      sSecond = B::add(sSecond, O::and_(m, sel(cC[k], gC[k])));
+    }
+    auto divide = [](auto a, auto b) { return O::divf(a, b); };
+    const V n2 = twice(n);
+    const V r1 = B::clampSample(B::add(c, B::viaFloat(B::sub(sFirst, sOwn), n2, divide)));
+    const V r2 = B::clampSample(B::add(c, B::viaFloat(B::sub(sSecond, sOwn), n2, divide)));
+    V v[3];
+    v[own] = sel(c, r1);
+    v[kGreen] = sel(r1, c);
+    v[otherColour(own)] = r2;
+    // Gains for B, G, R.
+    V ch[3];
+    for (int k = 0; k < 3; ++k) {
+      const float gk = gain[2 - k];
+      ch[k] = B::clampSample(B::viaFloat(v[k], v[k], [gk](auto a, auto) { return O::mulf(a, O::setf(gk)); }));
+    }
+    storeBGRKeep<O, T>(out, h, ch);
+  }
+}
+
 // One interior row of n pixels from image column x0. Only 16u has a
 // single-pixel step that differs from its block steps; it meets the row's last
 // pixel when n is odd.
@@ -140,7 +226,10 @@ template <class T>
 void vngRow(const T* const* r, int grid, std::ptrdiff_t x0, std::ptrdiff_t y, std::ptrdiff_t n, const float* gain,
             T* out) {
   const std::ptrdiff_t lastSingle = (std::is_same_v<T, Lum16u> && (n & 1)) ? n - 1 : -1;
-  for (std::ptrdiff_t i = 0; i < n; ++i)
+  std::ptrdiff_t i = eachBlock<T>(grid, x0, y, n, [&](auto o, std::ptrdiff_t at, RowLanes rl) {
+    vngBlock<decltype(o), T>(r, x0 + at, rl, gain, out + 4 * at);
+  });
+  for (; i < n; ++i)
     vngPixel(r, x0 + i, siteAt(grid, x0 + i, y), gain, i == lastSingle ? Sat::Signed16 : Sat::Range, out + 4 * i);
 }
 
