@@ -863,7 +863,12 @@ LUMAPI LumStatus lumiYCbCr420ToCbYCr422_Interlace_8u_P3C2R(const Lum8u* const pS
 /* -------------------------------------------------------------------------- */
 /* Linear RGB <-> CIE XYZ, BT.709 primaries, D65 white. 8u and 16u span 0..1,
    16s is the 16u scale less 32768, 32f is nominal 0..1 and not range-checked.
-   AC4: alpha neither read nor written. */
+   AC4: alpha neither read nor written. Nothing outside the region is read or
+   written. 8u: the first width & ~7 pixels of a C3 row (~3 in AC4) take the
+   block set, the rest the tail set, which differ by a code value at places.
+   16u, 16s, 32f take their steps in samples (the low bits of a byte step are
+   dropped). Returns lumStatusNullPointer for a null pointer, then
+   lumStatusBadSize for a width or height below 1; steps are not checked. */
 
 LUMAPI LumStatus lumiRGBToXYZ_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roiSize);
 LUMAPI LumStatus lumiRGBToXYZ_8u_AC4R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roiSize);
@@ -887,7 +892,15 @@ LUMAPI LumStatus lumiXYZToRGB_32f_AC4R(const Lum32f* pSrc, int srcStep, Lum32f* 
 /* -------------------------------------------------------------------------- */
 /* Linear RGB <-> CIE L*u*v*. 8u: L*2.55, (U+134)*0.720339, (V+140)*0.97328246;
    16u: L*655.35, (U+134)*185.12712, (V+140)*250.13359; 16s: 16u less 32768;
-   32f: L, U, V as they are. BGR forms take the RGB side in B, G, R order. */
+   32f: L, U, V as they are. BGR forms take the RGB side in B, G, R order.
+   AC4: alpha neither read nor written. Nothing outside the region is read or
+   written. The first width & ~3 pixels of a row take the block path and the
+   rest the scalar tail, which compute differently on purpose (the 8u RGBToLUV
+   AC4 and the 32f LUVToRGB AC4 forms have no block path). 16u, 16s and the 32f
+   LUVToRGB AC4 form take their steps in samples (the low bits of a byte step
+   are dropped), the others in bytes. Returns lumStatusNullPointer for a null
+   pointer, then lumStatusBadSize for a width or height below 1; steps are not
+   checked. */
 
 LUMAPI LumStatus lumiRGBToLUV_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roiSize);
 LUMAPI LumStatus lumiRGBToLUV_8u_AC4R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roiSize);

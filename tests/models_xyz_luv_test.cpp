@@ -279,3 +279,26 @@ TEST(ModelsXyzLuv, RoundTrips) {
     }
   }
 }
+
+// Forward 16-bit tails: 16u C3 and 16s round, 16u AC4 truncates; the blocks
+// (the first four pixels) are the same in both layouts.
+TEST(ModelsXyzLuv, LuvSixteenBitTailRounding) {
+  std::mt19937 rng(11);
+  int differ = 0;
+  for (int i = 0; i < 200; ++i) {
+    const Lum16u r = Lum16u(rng()), g = Lum16u(rng()), b = Lum16u(rng());
+    const auto c3 = runRow(lumiRGBToLUV_16u_C3R, {r, g, b}, 5);
+    const auto ac4 = runRow(lumiRGBToLUV_16u_AC4R, {r, g, b, 0}, 5);
+    EXPECT_EQ(at(c3, 0), at(ac4, 0, 4));
+    for (int k = 0; k < 3; ++k) {
+      EXPECT_LE(ac4[16 + size_t(k)], c3[12 + size_t(k)]);
+      EXPECT_LE(c3[12 + size_t(k)] - ac4[16 + size_t(k)], 1);
+      differ += c3[12 + size_t(k)] != ac4[16 + size_t(k)];
+    }
+    const auto s3 = runRow(lumiRGBToLUV_16s_C3R, {Lum16s(r - 32768), Lum16s(g - 32768), Lum16s(b - 32768)}, 5);
+    const auto s4 = runRow(lumiRGBToLUV_16s_AC4R, {Lum16s(r - 32768), Lum16s(g - 32768), Lum16s(b - 32768), 0}, 5);
+    EXPECT_EQ(at(s3, 4), at(s4, 4, 4));
+    for (int k = 0; k < 3; ++k) EXPECT_EQ(int(c3[12 + size_t(k)]) - 32768, s3[12 + size_t(k)]);
+  }
+  EXPECT_GT(differ, 100);
+}

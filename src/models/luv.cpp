@@ -28,90 +28,30 @@ using WideRows = ModelRows<4, Block, Tail, Src, Dst, true>;
 }  // namespace
 
 // RGB -> LUV. 8u: body in the public function, bytes as steps; AC4 has no block.
-LumStatus lumiRGBToLUV_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
-  using R = WideRows<FwdBlock<Lum8u>, FwdTailZ<Lum8u>, C3<Lum8u>, C3<Lum8u>>;
-  return runPacked<R, 1>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiBGRToLUV_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
-  using R = WideRows<FwdBlock<Lum8u>, FwdTailZ<Lum8u>, BGR3<Lum8u>, C3<Lum8u>>;
-  return runPacked<R, 1>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiRGBToLUV_8u_AC4R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
-  using R = Rows<NoBlockForm, FwdTailZ<Lum8u>, AC4<Lum8u>, AC4<Lum8u>>;
-  return runPacked<R, 1>(pSrc, srcStep, pDst, dstStep, roi);
-}
+LUM_MODEL_FN(lumiRGBToLUV_8u_C3R, Lum8u, 1, WideRows<FwdBlock<Lum8u>, FwdTailZ<Lum8u>, C3<Lum8u>, C3<Lum8u>>)
+LUM_MODEL_FN(lumiBGRToLUV_8u_C3R, Lum8u, 1, WideRows<FwdBlock<Lum8u>, FwdTailZ<Lum8u>, BGR3<Lum8u>, C3<Lum8u>>)
+LUM_MODEL_FN(lumiRGBToLUV_8u_AC4R, Lum8u, 1, Rows<NoBlockForm, FwdTailZ<Lum8u>, AC4<Lum8u>, AC4<Lum8u>>)
 // 16u and 16s: steps in samples; the 16u AC4 tail truncates where the others round.
-LumStatus lumiRGBToLUV_16u_C3R(const Lum16u* pSrc, int srcStep, Lum16u* pDst, int dstStep, LumSize roi) {
-  using R = Rows<FwdBlock<Lum16u>, FwdTail16<Lum16u, true>, C3<Lum16u>, C3<Lum16u>>;
-  return runPacked<R, 2>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiRGBToLUV_16u_AC4R(const Lum16u* pSrc, int srcStep, Lum16u* pDst, int dstStep, LumSize roi) {
-  using R = Rows<FwdBlock<Lum16u>, FwdTail16<Lum16u, false>, AC4<Lum16u>, AC4<Lum16u>>;
-  return runPacked<R, 2>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiRGBToLUV_16s_C3R(const Lum16s* pSrc, int srcStep, Lum16s* pDst, int dstStep, LumSize roi) {
-  using R = Rows<FwdBlock<Lum16s>, FwdTail16<Lum16s, true>, C3<Lum16s>, C3<Lum16s>>;
-  return runPacked<R, 2>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiRGBToLUV_16s_AC4R(const Lum16s* pSrc, int srcStep, Lum16s* pDst, int dstStep, LumSize roi) {
-  using R = Rows<FwdBlock<Lum16s>, FwdTail16<Lum16s, true>, AC4<Lum16s>, AC4<Lum16s>>;
-  return runPacked<R, 2>(pSrc, srcStep, pDst, dstStep, roi);
-}
+LUM_MODEL_FN(lumiRGBToLUV_16u_C3R, Lum16u, 2, Rows<FwdBlock<Lum16u>, FwdTail16<Lum16u, true>, C3<Lum16u>, C3<Lum16u>>)
+LUM_MODEL_FN(lumiRGBToLUV_16u_AC4R, Lum16u, 2, Rows<FwdBlock<Lum16u>, FwdTail16<Lum16u, false>, AC4<Lum16u>, AC4<Lum16u>>)
+LUM_MODEL_FN(lumiRGBToLUV_16s_C3R, Lum16s, 2, Rows<FwdBlock<Lum16s>, FwdTail16<Lum16s, true>, C3<Lum16s>, C3<Lum16s>>)
+LUM_MODEL_FN(lumiRGBToLUV_16s_AC4R, Lum16s, 2, Rows<FwdBlock<Lum16s>, FwdTail16<Lum16s, true>, AC4<Lum16s>, AC4<Lum16s>>)
 // 32f: byte steps as they are.
-LumStatus lumiRGBToLUV_32f_C3R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roi) {
-  using R = WideRows<FwdBlock<Lum32f>, FwdTailZ<Lum32f>, C3<Lum32f>, C3<Lum32f>>;
-  return runPacked<R, 1>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiRGBToLUV_32f_AC4R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roi) {
-  using R = Rows<FwdBlock<Lum32f>, FwdTailZ<Lum32f>, AC4<Lum32f>, AC4<Lum32f>>;
-  return runPacked<R, 1>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiBGRToLUV_32f_C3R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roi) {
-  using R = WideRows<FwdBlock<Lum32f>, FwdTailZ<Lum32f>, BGR3<Lum32f>, C3<Lum32f>>;
-  return runPacked<R, 1>(pSrc, srcStep, pDst, dstStep, roi);
-}
+LUM_MODEL_FN(lumiRGBToLUV_32f_C3R, Lum32f, 1, WideRows<FwdBlock<Lum32f>, FwdTailZ<Lum32f>, C3<Lum32f>, C3<Lum32f>>)
+LUM_MODEL_FN(lumiRGBToLUV_32f_AC4R, Lum32f, 1, Rows<FwdBlock<Lum32f>, FwdTailZ<Lum32f>, AC4<Lum32f>, AC4<Lum32f>>)
+LUM_MODEL_FN(lumiBGRToLUV_32f_C3R, Lum32f, 1, WideRows<FwdBlock<Lum32f>, FwdTailZ<Lum32f>, BGR3<Lum32f>, C3<Lum32f>>)
 
 // LUV -> RGB. 8u: C3 and BGR run the C3 block, AC4 its own; one integer tail.
-LumStatus lumiLUVToRGB_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
-  using R = WideRows<Inv8uBlock<false>, InvIntTail<Lum8u>, C3<Lum8u>, C3<Lum8u>>;
-  return runPacked<R, 1>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiLUVToBGR_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
-  using R = WideRows<Inv8uBlock<false>, InvIntTail<Lum8u>, C3<Lum8u>, BGR3<Lum8u>>;
-  return runPacked<R, 1>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiLUVToRGB_8u_AC4R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
-  using R = Rows<Inv8uBlock<true>, InvIntTail<Lum8u>, AC4<Lum8u>, AC4<Lum8u>>;
-  return runPacked<R, 1>(pSrc, srcStep, pDst, dstStep, roi);
-}
+LUM_MODEL_FN(lumiLUVToRGB_8u_C3R, Lum8u, 1, WideRows<Inv8uBlock<false>, InvIntTail<Lum8u>, C3<Lum8u>, C3<Lum8u>>)
+LUM_MODEL_FN(lumiLUVToBGR_8u_C3R, Lum8u, 1, WideRows<Inv8uBlock<false>, InvIntTail<Lum8u>, C3<Lum8u>, BGR3<Lum8u>>)
+LUM_MODEL_FN(lumiLUVToRGB_8u_AC4R, Lum8u, 1, Rows<Inv8uBlock<true>, InvIntTail<Lum8u>, AC4<Lum8u>, AC4<Lum8u>>)
 // 16u and 16s: steps in samples.
-LumStatus lumiLUVToRGB_16u_C3R(const Lum16u* pSrc, int srcStep, Lum16u* pDst, int dstStep, LumSize roi) {
-  using R = Rows<Inv16Block<Lum16u>, InvIntTail<Lum16u>, C3<Lum16u>, C3<Lum16u>>;
-  return runPacked<R, 2>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiLUVToRGB_16u_AC4R(const Lum16u* pSrc, int srcStep, Lum16u* pDst, int dstStep, LumSize roi) {
-  using R = Rows<Inv16Block<Lum16u>, InvIntTail<Lum16u>, AC4<Lum16u>, AC4<Lum16u>>;
-  return runPacked<R, 2>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiLUVToRGB_16s_C3R(const Lum16s* pSrc, int srcStep, Lum16s* pDst, int dstStep, LumSize roi) {
-  using R = Rows<Inv16Block<Lum16s>, InvIntTail<Lum16s>, C3<Lum16s>, C3<Lum16s>>;
-  return runPacked<R, 2>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiLUVToRGB_16s_AC4R(const Lum16s* pSrc, int srcStep, Lum16s* pDst, int dstStep, LumSize roi) {
-  using R = Rows<Inv16Block<Lum16s>, InvIntTail<Lum16s>, AC4<Lum16s>, AC4<Lum16s>>;
-  return runPacked<R, 2>(pSrc, srcStep, pDst, dstStep, roi);
-}
+LUM_MODEL_FN(lumiLUVToRGB_16u_C3R, Lum16u, 2, Rows<Inv16Block<Lum16u>, InvIntTail<Lum16u>, C3<Lum16u>, C3<Lum16u>>)
+LUM_MODEL_FN(lumiLUVToRGB_16u_AC4R, Lum16u, 2, Rows<Inv16Block<Lum16u>, InvIntTail<Lum16u>, AC4<Lum16u>, AC4<Lum16u>>)
+LUM_MODEL_FN(lumiLUVToRGB_16s_C3R, Lum16s, 2, Rows<Inv16Block<Lum16s>, InvIntTail<Lum16s>, C3<Lum16s>, C3<Lum16s>>)
+LUM_MODEL_FN(lumiLUVToRGB_16s_AC4R, Lum16s, 2, Rows<Inv16Block<Lum16s>, InvIntTail<Lum16s>, AC4<Lum16s>, AC4<Lum16s>>)
 // 32f: C3 and BGR blocks without clamp and a clamping tail, byte steps as they are
 // (as the forward 32f forms take them); AC4 the clamping rule on every pixel, steps in samples.
-LumStatus lumiLUVToRGB_32f_C3R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roi) {
-  using R = WideRows<Inv32fBlock, Inv32fTail, C3<Lum32f>, C3<Lum32f>>;
-  return runPacked<R, 1>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiLUVToBGR_32f_C3R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roi) {
-  using R = WideRows<Inv32fBlock, Inv32fTail, C3<Lum32f>, BGR3<Lum32f>>;
-  return runPacked<R, 1>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiLUVToRGB_32f_AC4R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roi) {
-  using R = Rows<NoBlockForm, Inv32fTail, AC4<Lum32f>, AC4<Lum32f>>;
-  return runPacked<R, 4>(pSrc, srcStep, pDst, dstStep, roi);
-}
+LUM_MODEL_FN(lumiLUVToRGB_32f_C3R, Lum32f, 1, WideRows<Inv32fBlock, Inv32fTail, C3<Lum32f>, C3<Lum32f>>)
+LUM_MODEL_FN(lumiLUVToBGR_32f_C3R, Lum32f, 1, WideRows<Inv32fBlock, Inv32fTail, C3<Lum32f>, BGR3<Lum32f>>)
+LUM_MODEL_FN(lumiLUVToRGB_32f_AC4R, Lum32f, 4, Rows<NoBlockForm, Inv32fTail, AC4<Lum32f>, AC4<Lum32f>>)

@@ -38,22 +38,19 @@ constexpr int kPixelsOf = int(sizeof(typename O::F) / sizeof(float));
 
 // Where a layout keeps form channel k of a pixel: samples per pixel, memory index
 // of each channel, sample type. Interleaved layouts only.
+template <int N, int I0, int I1, int I2, class T>
+struct PixelMapOf {
+  using Sample = T;
+  static constexpr int kN = N;
+  static constexpr int kAt[3] = {I0 == 0 ? 0 : (I1 == 0 ? 1 : 2), I0 == 1 ? 0 : (I1 == 1 ? 1 : 2),
+                                 I0 == 2 ? 0 : (I1 == 2 ? 1 : 2)};
+};
 template <class L>
 struct PixelMap;
 template <int I0, int I1, int I2, class T>
-struct PixelMap<layout::C3<I0, I1, I2, T>> {
-  using Sample = T;
-  static constexpr int kN = 3;
-  static constexpr int kAt[3] = {I0 == 0 ? 0 : (I1 == 0 ? 1 : 2), I0 == 1 ? 0 : (I1 == 1 ? 1 : 2),
-                                 I0 == 2 ? 0 : (I1 == 2 ? 1 : 2)};
-};
+struct PixelMap<layout::C3<I0, I1, I2, T>> : PixelMapOf<3, I0, I1, I2, T> {};
 template <int I0, int I1, int I2, class T>
-struct PixelMap<layout::C4<I0, I1, I2, T>> {
-  using Sample = T;
-  static constexpr int kN = 4;
-  static constexpr int kAt[3] = {I0 == 0 ? 0 : (I1 == 0 ? 1 : 2), I0 == 1 ? 0 : (I1 == 1 ? 1 : 2),
-                                 I0 == 2 ? 0 : (I1 == 2 ? 1 : 2)};
-};
+struct PixelMap<layout::C4<I0, I1, I2, T>> : PixelMapOf<4, I0, I1, I2, T> {};
 
 // Moves kPixelsOf<O> pixels of layout L between memory and one vector of lanes
 // per channel (the sample values as they are: no scaling, no clamp).
@@ -335,3 +332,11 @@ inline LumStatus runPacked(const S* pSrc, int srcStep, D* pDst, int dstStep, Lum
 }
 
 }  // namespace lum::models
+
+// Defines the public function `name` on samples of type T, its steps in samples of
+// StepBytes bytes (1: in bytes), its rows run by the row kernel given last: one
+// line per function, as the family's member table lists them.
+#define LUM_MODEL_FN(name, T, StepBytes, ...)                                         \
+  LumStatus name(const T* pSrc, int srcStep, T* pDst, int dstStep, LumSize roi) {     \
+    return ::lum::models::runPacked<__VA_ARGS__, StepBytes>(pSrc, srcStep, pDst, dstStep, roi); \
+  }

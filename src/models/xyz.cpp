@@ -20,63 +20,23 @@ using AC4 = L::RGBAOf<T>;
 }  // namespace
 
 // 8u: blocks of 8 pixels in C3 and 4 in AC4, then the tail set.
-LumStatus lumiRGBToXYZ_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
-  return runPacked<ModelRows<8, Fwd8uBlock, Fwd8uTail, C3<Lum8u>, C3<Lum8u>, true>, 1>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiRGBToXYZ_8u_AC4R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
-  return runPacked<ModelRows<4, Fwd8uBlock, Fwd8uTail, AC4<Lum8u>, AC4<Lum8u>>, 1>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiXYZToRGB_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
-  return runPacked<ModelRows<8, Inv8uBlock, Inv8uTail, C3<Lum8u>, C3<Lum8u>, true>, 1>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiXYZToRGB_8u_AC4R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
-  return runPacked<ModelRows<4, Inv8uBlock, Inv8uTail, AC4<Lum8u>, AC4<Lum8u>>, 1>(pSrc, srcStep, pDst, dstStep, roi);
-}
+LUM_MODEL_FN(lumiRGBToXYZ_8u_C3R, Lum8u, 1, ModelRows<8, Fwd8uBlock, Fwd8uTail, C3<Lum8u>, C3<Lum8u>, true>)
+LUM_MODEL_FN(lumiRGBToXYZ_8u_AC4R, Lum8u, 1, ModelRows<4, Fwd8uBlock, Fwd8uTail, AC4<Lum8u>, AC4<Lum8u>>)
+LUM_MODEL_FN(lumiXYZToRGB_8u_C3R, Lum8u, 1, ModelRows<8, Inv8uBlock, Inv8uTail, C3<Lum8u>, C3<Lum8u>, true>)
+LUM_MODEL_FN(lumiXYZToRGB_8u_AC4R, Lum8u, 1, ModelRows<4, Inv8uBlock, Inv8uTail, AC4<Lum8u>, AC4<Lum8u>>)
 
 // 16u, 16s, 32f: steps in samples.
-LumStatus lumiRGBToXYZ_16u_C3R(const Lum16u* pSrc, int srcStep, Lum16u* pDst, int dstStep, LumSize roi) {
-  using F = Float16<cie::kRGBToXYZ, false>;
-  return runPacked<Same<F, Lum16u, C3<Lum16u>, C3<Lum16u>>, 2>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiRGBToXYZ_16u_AC4R(const Lum16u* pSrc, int srcStep, Lum16u* pDst, int dstStep, LumSize roi) {
-  using F = Float16<cie::kRGBToXYZ, false>;
-  return runPacked<Same<F, Lum16u, AC4<Lum16u>, AC4<Lum16u>>, 2>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiRGBToXYZ_16s_C3R(const Lum16s* pSrc, int srcStep, Lum16s* pDst, int dstStep, LumSize roi) {
-  using F = Float16<cie::kRGBToXYZ, true>;
-  return runPacked<Same<F, Lum16s, C3<Lum16s>, C3<Lum16s>>, 2>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiRGBToXYZ_16s_AC4R(const Lum16s* pSrc, int srcStep, Lum16s* pDst, int dstStep, LumSize roi) {
-  using F = Float16<cie::kRGBToXYZ, true>;
-  return runPacked<Same<F, Lum16s, AC4<Lum16s>, AC4<Lum16s>>, 2>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiXYZToRGB_16u_C3R(const Lum16u* pSrc, int srcStep, Lum16u* pDst, int dstStep, LumSize roi) {
-  using F = Float16<cie::kXYZToRGB, false>;
-  return runPacked<Same<F, Lum16u, C3<Lum16u>, C3<Lum16u>>, 2>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiXYZToRGB_16u_AC4R(const Lum16u* pSrc, int srcStep, Lum16u* pDst, int dstStep, LumSize roi) {
-  using F = Float16<cie::kXYZToRGB, false>;
-  return runPacked<Same<F, Lum16u, AC4<Lum16u>, AC4<Lum16u>>, 2>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiXYZToRGB_16s_C3R(const Lum16s* pSrc, int srcStep, Lum16s* pDst, int dstStep, LumSize roi) {
-  using F = Float16<cie::kXYZToRGB, true>;
-  return runPacked<Same<F, Lum16s, C3<Lum16s>, C3<Lum16s>>, 2>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiXYZToRGB_16s_AC4R(const Lum16s* pSrc, int srcStep, Lum16s* pDst, int dstStep, LumSize roi) {
-  using F = Float16<cie::kXYZToRGB, true>;
-  return runPacked<Same<F, Lum16s, AC4<Lum16s>, AC4<Lum16s>>, 2>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiRGBToXYZ_32f_C3R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roi) {
-  return runPacked<Same<ToXYZ32f, Lum32f, C3<Lum32f>, C3<Lum32f>, true>, 4>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiRGBToXYZ_32f_AC4R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roi) {
-  return runPacked<Same<ToXYZ32f, Lum32f, AC4<Lum32f>, AC4<Lum32f>>, 4>(pSrc, srcStep, pDst, dstStep, roi);
-}
+LUM_MODEL_FN(lumiRGBToXYZ_16u_C3R, Lum16u, 2, Same<Float16<cie::kRGBToXYZ, false>, Lum16u, C3<Lum16u>, C3<Lum16u>>)
+LUM_MODEL_FN(lumiRGBToXYZ_16u_AC4R, Lum16u, 2, Same<Float16<cie::kRGBToXYZ, false>, Lum16u, AC4<Lum16u>, AC4<Lum16u>>)
+LUM_MODEL_FN(lumiRGBToXYZ_16s_C3R, Lum16s, 2, Same<Float16<cie::kRGBToXYZ, true>, Lum16s, C3<Lum16s>, C3<Lum16s>>)
+LUM_MODEL_FN(lumiRGBToXYZ_16s_AC4R, Lum16s, 2, Same<Float16<cie::kRGBToXYZ, true>, Lum16s, AC4<Lum16s>, AC4<Lum16s>>)
+LUM_MODEL_FN(lumiXYZToRGB_16u_C3R, Lum16u, 2, Same<Float16<cie::kXYZToRGB, false>, Lum16u, C3<Lum16u>, C3<Lum16u>>)
+LUM_MODEL_FN(lumiXYZToRGB_16u_AC4R, Lum16u, 2, Same<Float16<cie::kXYZToRGB, false>, Lum16u, AC4<Lum16u>, AC4<Lum16u>>)
+LUM_MODEL_FN(lumiXYZToRGB_16s_C3R, Lum16s, 2, Same<Float16<cie::kXYZToRGB, true>, Lum16s, C3<Lum16s>, C3<Lum16s>>)
+LUM_MODEL_FN(lumiXYZToRGB_16s_AC4R, Lum16s, 2, Same<Float16<cie::kXYZToRGB, true>, Lum16s, AC4<Lum16s>, AC4<Lum16s>>)
+LUM_MODEL_FN(lumiRGBToXYZ_32f_C3R, Lum32f, 4, Same<ToXYZ32f, Lum32f, C3<Lum32f>, C3<Lum32f>, true>)
+LUM_MODEL_FN(lumiRGBToXYZ_32f_AC4R, Lum32f, 4, Same<ToXYZ32f, Lum32f, AC4<Lum32f>, AC4<Lum32f>>)
 // The per-pixel rule of this direction is lane-exact, so whole vectors of pixels
 // run it too: every pixel's result is the scalar loop's.
-LumStatus lumiXYZToRGB_32f_C3R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roi) {
-  return runPacked<Same<ToRGB32f, Lum32f, C3<Lum32f>, C3<Lum32f>, true>, 4>(pSrc, srcStep, pDst, dstStep, roi);
-}
-LumStatus lumiXYZToRGB_32f_AC4R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roi) {
-  return runPacked<Same<ToRGB32f, Lum32f, AC4<Lum32f>, AC4<Lum32f>>, 4>(pSrc, srcStep, pDst, dstStep, roi);
-}
+LUM_MODEL_FN(lumiXYZToRGB_32f_C3R, Lum32f, 4, Same<ToRGB32f, Lum32f, C3<Lum32f>, C3<Lum32f>, true>)
+LUM_MODEL_FN(lumiXYZToRGB_32f_AC4R, Lum32f, 4, Same<ToRGB32f, Lum32f, AC4<Lum32f>, AC4<Lum32f>>)

@@ -5,19 +5,20 @@
 namespace lumcli {
 namespace {
 
-size_t threeBytes(int w, int h) { return size_t(w) * size_t(h) * 3; }
+using Convert = LumStatus (*)(const Lum8u*, int, Lum8u*, int, LumSize);
 
-Format packedModel(const char* name, const char* desc, LumStatus (*to)(const Lum8u*, int, Lum8u*, int, LumSize),
-                   LumStatus (*from)(const Lum8u*, int, Lum8u*, int, LumSize)) {
-  Format f;
-  f.name = name;
-  f.description = desc;
-  f.fileBytes = threeBytes;
+// Three bytes a pixel both sides: one packed call over the whole image.
+LumStatus packedCall(Convert fn, const uint8_t* in, uint8_t* out, int w, int h) {
+  return fn(in, w * 3, out, w * 3, LumSize{w, h});
+}
+
+Format packedModel(const char* name, const char* desc, Convert to, Convert from) {
+  Format f{name, desc, [](int w, int h) { return size_t(w) * size_t(h) * 3; }, {}, {}};
   f.toRgb = [to](const std::vector<uint8_t>& in, Image& out) {
-    return to(in.data(), out.width * 3, out.pixels.data(), out.width * 3, LumSize{out.width, out.height});
+    return packedCall(to, in.data(), out.pixels.data(), out.width, out.height);
   };
   f.fromRgb = [from](const Image& in, std::vector<uint8_t>& out) {
-    return from(in.pixels.data(), in.width * 3, out.data(), in.width * 3, LumSize{in.width, in.height});
+    return packedCall(from, in.pixels.data(), out.data(), in.width, in.height);
   };
   return f;
 }
