@@ -1,6 +1,7 @@
 // Colour twist, the public layer: checks (null pointers and the matrix, size,
 // then steps), the rounding mode around the integer forms, and the paths.
 #include "adjust/twist_kernel.h"
+#include "adjust/twist_layouts.h"
 #include "frame/check.h"
 #include "frame/fp_control.h"
 #include "frame/simd.h"
