@@ -155,7 +155,7 @@ inline OutLanes<O, T> toLanes(typename O::F r) {
 
 // Moves pixels between a row and lanes, one vector per channel (the generic
 // adaptor: any set, any sample type and shape). Faster adaptors of the same
-// moves may specialise it.
+// moves take its place for some sets.
 template <class O, class T, Shape S>
 struct Io {
   using F = typename O::F;

@@ -92,6 +92,17 @@ inline __m128i narrow(__m128i v) {
   else if constexpr (std::is_same_v<T, Lum16u>) return _mm_packus_epi32(v, v);
   else return _mm_packs_epi32(v, v);
 }
+// Three channels of four 8-bit samples in 32-bit lanes (within 0..255) as the
+// bytes r0..r3 g0..g3 b0..b3 (and b0..b3 again), in each 128-bit half.
+template <class V>
+inline V channelMajor8(V r, V g, V b) {
+  if constexpr (sizeof(V) == 16) return _mm_packus_epi16(_mm_packus_epi32(r, g), _mm_packus_epi32(b, b));
+  else return _mm256_packus_epi16(_mm256_packus_epi32(r, g), _mm256_packus_epi32(b, b));
+}
+// Channel k of four 3-byte pixels into 32-bit lanes, zero-extended.
+inline constexpr Mask kSplit3x4[3] = {gather(1, 3, 0, 0, 4), gather(1, 3, 1, 0, 4), gather(1, 3, 2, 0, 4)};
+// Channel-major bytes of four pixels to their twelve interleaved bytes.
+inline constexpr Mask kInterleave3x4 = {{0, 4, 8, 1, 5, 9, 2, 6, 10, 3, 7, 11, Z, Z, Z, Z}};
 inline void storeF(float* p, __m128 v, bool stream) {
   if (stream && aligned16(p)) _mm_stream_ps(p, v);
   else _mm_storeu_ps(p, v);
@@ -169,10 +180,8 @@ struct Io<lanes::Sse, T, Shape::C3> {
   static void load(const T* const* p, std::ptrdiff_t x, __m128 s[4]) {
     const uint8_t* q = reinterpret_cast<const uint8_t*>(p[0] + 3 * x);
     if constexpr (E == 1) {
-      static constexpr sse::Mask m[3] = {sse::gather(1, 3, 0, 0, 4), sse::gather(1, 3, 1, 0, 4),
-                                         sse::gather(1, 3, 2, 0, 4)};
       const __m128i v = sse::loadBytes(q, 12);
-      for (int k = 0; k < 3; ++k) s[k] = _mm_cvtepi32_ps(sse::shuf(v, m[k]));
+      for (int k = 0; k < 3; ++k) s[k] = _mm_cvtepi32_ps(sse::shuf(v, sse::kSplit3x4[k]));
     } else {
       static constexpr sse::Mask lo[3] = {sse::gather(2, 3, 0, 0, 2), sse::gather(2, 3, 1, 0, 2),
                                           sse::gather(2, 3, 2, 0, 2)};
@@ -187,10 +196,7 @@ struct Io<lanes::Sse, T, Shape::C3> {
   static void store(T* const* p, std::ptrdiff_t x, const __m128i* r) {
     uint8_t* q = reinterpret_cast<uint8_t*>(p[0] + 3 * x);
     if constexpr (E == 1) {
-      static constexpr sse::Mask m[3] = {sse::spread(1, 3, 0, 0), sse::spread(1, 3, 1, 0), sse::spread(1, 3, 2, 0)};
-      const __m128i v = _mm_or_si128(_mm_or_si128(sse::shuf(sse::narrow<T>(r[0]), m[0]), sse::shuf(sse::narrow<T>(r[1]), m[1])),
-                                     sse::shuf(sse::narrow<T>(r[2]), m[2]));
-      sse::storeBytes(q, v, 12);
+      sse::storeBytes(q, sse::shuf(sse::channelMajor8(r[0], r[1], r[2]), sse::kInterleave3x4), 12);
     } else {
       static constexpr sse::Mask lo[3] = {sse::spread(2, 3, 0, 0), sse::spread(2, 3, 1, 0), sse::spread(2, 3, 2, 0)};
       static constexpr sse::Mask hi[3] = {sse::spread(2, 3, 0, 16), sse::spread(2, 3, 1, 16),

@@ -14,6 +14,10 @@ namespace avx2 {
 inline __m256i join(__m128i lo, __m128i hi) { return _mm256_set_m128i(hi, lo); }
 inline __m128i lowHalf(__m256i v) { return _mm256_castsi256_si128(v); }
 inline __m128i highHalf(__m256i v) { return _mm256_extracti128_si256(v, 1); }
+// A 128-bit shuffle mask in both halves.
+inline __m256i both(const sse::Mask& m) {
+  return _mm256_broadcastsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(m.b)));
+}
 }  // namespace avx2
 
 // Three interleaved samples: the halves are pixels 0..3 and 4..7.
@@ -22,6 +26,13 @@ struct Io<lanes::Avx2, T, Shape::C3> {
   using Half = Io<lanes::Sse, T, Shape::C3>;
   static constexpr int kLanes = 8;
   static void load(const T* const* p, std::ptrdiff_t x, __m256 s[4]) {
+    if constexpr (std::is_same_v<T, Lum8u>) {
+      // Twelve bytes in each half, split there by the 128-bit masks.
+      const __m256i v = avx2::join(sse::loadBytes(p[0] + 3 * x, 12), sse::loadBytes(p[0] + 3 * x + 12, 12));
+      for (int k = 0; k < 3; ++k)
+        s[k] = _mm256_cvtepi32_ps(_mm256_shuffle_epi8(v, avx2::both(sse::kSplit3x4[k])));
+      return;
+    }
     __m128 lo[4], hi[4];
     Half::load(p, x, lo);
     Half::load(p, x + 4, hi);
@@ -29,6 +40,13 @@ struct Io<lanes::Avx2, T, Shape::C3> {
   }
   template <bool Stream>
   static void store(T* const* p, std::ptrdiff_t x, const OutLanes<lanes::Avx2, T>* r) {
+    if constexpr (std::is_same_v<T, Lum8u>) {
+      // Both halves made channel-major and interleaved at once.
+      const __m256i v = _mm256_shuffle_epi8(sse::channelMajor8(r[0], r[1], r[2]), avx2::both(sse::kInterleave3x4));
+      sse::storeBytes(p[0] + 3 * x, avx2::lowHalf(v), 12);
+      sse::storeBytes(p[0] + 3 * x + 12, avx2::highHalf(v), 12);
+      return;
+    }
     OutLanes<lanes::Sse, T> lo[3], hi[3];
     for (int k = 0; k < 3; ++k) {
       if constexpr (kFloat<T>) lo[k] = _mm256_castps256_ps128(r[k]), hi[k] = _mm256_extractf128_ps(r[k], 1);
