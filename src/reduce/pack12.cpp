@@ -7,11 +7,13 @@
 #include <cstring>
 
 #include "frame/check.h"
+#include "reduce/pack12_kernel.h"
 #include "frame/lanes.h"
 #include "frame/rows.h"
 #include "lumcc.h"
 
 using namespace lum;
+using namespace lum::pack12;
 
 namespace {
 
@@ -109,32 +111,6 @@ struct PairIo<lanes::Sse> {
 };
 #endif
 
-// w moved by S bits: left when S is positive, right when negative.
-template <class O, int S, class V = typename O::V>
-inline V moved(V w) {
-  if constexpr (S >= 0) return O::sll32(w, S);
-  else return O::srl32(w, -S);
-}
-// The OR of four fields of w, each moved by its shift and masked.
-template <class O, int S0, int M0, int S1, int M1, int S2, int M2, int S3, int M3, class V = typename O::V>
-inline V fields(V w) {
-  const V a = O::and_(moved<O, S0>(w), O::set32(M0)), b = O::and_(moved<O, S1>(w), O::set32(M1));
-  const V c = O::and_(moved<O, S2>(w), O::set32(M2)), d = O::and_(moved<O, S3>(w), O::set32(M3));
-  return O::or_(O::or_(a, b), O::or_(c, d));
-}
-// Pair words A | B << 16 to packed bytes, the block's rule: byte 0 = A >> 4,
-// byte 1 = (A & 15) << 4 | A >> 12 | (B >> 8) & 15, byte 2 = B & 255.
-template <class O, class V = typename O::V>
-inline V packLanes(V w) {
-  return fields<O, -4, 0xFFF, 12, 0xF000, -16, 0xF00, 0, 0xFF0000>(w);
-}
-// Packed bytes b0 | b1 << 8 | b2 << 16 to pair words: A = b0 << 4 | b1 >> 4,
-// B = (b1 & 15) << 8 | b2.
-template <class O, class V = typename O::V>
-inline V unpackLanes(V u) {
-  return fields<O, 4, 0xFF0, -12, 0xF, 16, 0x0F000000, 0, 0x00FF0000>(u);
-}
-
 // One pair and a last odd sample, the tail's rule (bits 15..12 ignored).
 inline void packPair(uint16_t a, uint16_t b, uint8_t* p) {
   p[0] = uint8_t(a >> 4);
@@ -148,12 +124,11 @@ inline void packLast(uint16_t a, uint8_t* p) {
 inline uint16_t unpackFirst(const uint8_t* p) { return uint16_t((p[0] << 4) | (p[1] >> 4)); }
 inline uint16_t unpackSecond(const uint8_t* p) { return uint16_t(((p[1] & 15) << 8) | p[2]); }
 
-// Blocks of 8 samples (two at a time where 16 remain), then one of 4 where it
-// fits: block(x, pairs) runs pairs (2, 4 or 8) from sample x; returns where the
-// blocks end.
+// From sample x on, blocks of 8 samples (two at a time where 16 remain), then one
+// of 4 where it fits: block(x, pairs) runs pairs (2, 4 or 8) from sample x;
+// returns where the blocks end.
 template <class Block>
-int blockLadder(int w, Block block) {
-  int x = 0;
+int blockLadder(int x, int w, Block block) {
   for (; x + 16 <= w; x += 16) block(x, 8);
   for (; x + 8 <= w; x += 8) block(x, 4);
   if (x + 4 <= w) {
@@ -163,10 +138,12 @@ int blockLadder(int w, Block block) {
   return x;
 }
 
-void packRow(const uint16_t* s, uint8_t* d, int w) {
+// A row; `wide` runs the first blocks sixteen samples a 256-bit step.
+void packRow(const uint16_t* s, uint8_t* d, int w, bool wide) {
+  const int x0 = wide ? packWide(s, d, w) : 0;
   int x = lanes::with128([&](auto o) {
     using Io = PairIo<decltype(o)>;
-    return blockLadder(w, [&](int at, int pairs) {
+    return blockLadder(x0, w, [&](int at, int pairs) {
       if (pairs == 8)
         Io::storeTriples2(d + at / 2 * 3, packLanes<decltype(o)>(Io::loadWords(s + at, 4)),
                           packLanes<decltype(o)>(Io::loadWords(s + at + 8, 4)));
@@ -177,10 +154,11 @@ void packRow(const uint16_t* s, uint8_t* d, int w) {
   for (; x + 2 <= w; x += 2) packPair(loadAt(s + x), loadAt(s + x + 1), d + x / 2 * 3);
   if (x < w) packLast(loadAt(s + x), d + x / 2 * 3);
 }
-void unpackRow(const uint8_t* s, uint16_t* d, int w) {
+void unpackRow(const uint8_t* s, uint16_t* d, int w, bool wide) {
+  const int x0 = wide ? unpackWide(s, d, w) : 0;
   int x = lanes::with128([&](auto o) {
     using Io = PairIo<decltype(o)>;
-    return blockLadder(w, [&](int at, int pairs) {
+    return blockLadder(x0, w, [&](int at, int pairs) {
       if (pairs == 8) {
         typename decltype(o)::V u0, u1;
         Io::loadTriples2(s + at / 2 * 3, u0, u1);
@@ -204,13 +182,15 @@ extern "C" {
 
 LumStatus lumiPack_16u12u_C1R(const Lum16u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
   if (LumStatus st = check::nullSizeStep(roi, {srcStep, dstStep}, pSrc, pDst)) return st;
-  for (int y = 0; y < roi.height; ++y) packRow(rowAt(pSrc, y, srcStep), rowAt(pDst, y, dstStep), roi.width);
+  const bool wide = LUM_SIMD_SSE && useWide();
+  for (int y = 0; y < roi.height; ++y) packRow(rowAt(pSrc, y, srcStep), rowAt(pDst, y, dstStep), roi.width, wide);
   return lumStatusOk;
 }
 
 LumStatus lumiUnpack_12u16u_C1R(const Lum8u* pSrc, int srcStep, Lum16u* pDst, int dstStep, LumSize roi) {
   if (LumStatus st = check::nullSizeStep(roi, {srcStep, dstStep}, pSrc, pDst)) return st;
-  for (int y = 0; y < roi.height; ++y) unpackRow(rowAt(pSrc, y, srcStep), rowAt(pDst, y, dstStep), roi.width);
+  const bool wide = LUM_SIMD_SSE && useWide();
+  for (int y = 0; y < roi.height; ++y) unpackRow(rowAt(pSrc, y, srcStep), rowAt(pDst, y, dstStep), roi.width, wide);
   return lumStatusOk;
 }
 
