@@ -1184,8 +1184,12 @@ LUMAPI LumStatus lumiRGBToCbYCr422Gamma_8u_C3C2R(const Lum8u* pSrc, int srcStep,
 /* Affine map of three channels by twist[3][4] (row c gives output channel c,
    column 3 is the offset), or linear map of four channels by twist[4][4]
    (lumiColorTwist_32f_C4R). Single precision; integer results clamped and
-   rounded to nearest even. Planar forms share one step. Checks: null pointers
-   and twist, size, then step < 1 -> lumStatusBadStep. AC4: alpha untouched. */
+   rounded to nearest even (a NaN result stores the upper limit); the integer
+   forms set round-to-nearest for the call and give the caller's mode back.
+   Planar forms share one step; in-place forms read each pixel whole before
+   writing it. Checks: null pointers (plane entries too) and twist ->
+   lumStatusNullPointer, size < 1 -> lumStatusBadSize, then step < 1 ->
+   lumStatusBadStep. AC4: alpha neither read into the map nor written. */
 
 LUMAPI LumStatus lumiColorTwist_32f_C3R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roiSize,
     const Lum32f twist[3][4]);
@@ -1193,7 +1197,9 @@ LUMAPI LumStatus lumiColorTwist_32f_C3IR(Lum32f* pSrcDst, int srcDstStep, LumSiz
 LUMAPI LumStatus lumiColorTwist_32f_AC4R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roiSize,
     const Lum32f twist[3][4]);
 LUMAPI LumStatus lumiColorTwist_32f_AC4IR(Lum32f* pSrcDst, int srcDstStep, LumSize roiSize, const Lum32f twist[3][4]);
-/** Four channels by a 4x4 matrix, no offset. */
+/** Four channels by a 4x4 matrix, no offset. When srcStep == dstStep == 4 * width
+    (bytes), all width * height pixels run as one contiguous run from pSrc to pDst:
+    the caller must then provide 16 * width * height bytes at each pointer. */
 LUMAPI LumStatus lumiColorTwist_32f_C4R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roiSize,
     const Lum32f twist[4][4]);
 LUMAPI LumStatus lumiColorTwist_32f_P3R(const Lum32f* const pSrc[3], int srcStep, Lum32f* const pDst[3], int dstStep,
@@ -1239,7 +1245,9 @@ LUMAPI LumStatus lumiColorTwist32f_16s_IP3R(Lum16s* const pSrcDst[3], int srcDst
 /* -------------------------------------------------------------------------- */
 /* Tone mapping                                                               */
 /* -------------------------------------------------------------------------- */
-/* One-channel float image to 8 bits by one global scale. */
+/* One-channel float image to 8 bits by one global scale. Checks: null pointers,
+   then size < 1; steps are not checked. A maximum or twice-mean not above the
+   smallest normal float (or NaN) sets the destination to 0. */
 
 /** Scales by 255 / maximum, keeps the low byte; negative maximum -> lumStatusNegativeMean. */
 LUMAPI LumStatus lumiToneMapLinear_32f8u_C1R(const Lum32f* pSrc, int srcStep, Lum8u* pDst, int dstStep,

@@ -1,6 +1,7 @@
 // Colour twist, the public layer: checks (null pointers and the matrix, size,
 // then steps), the rounding mode around the integer forms, and the paths.
 #include "adjust/twist_kernel.h"
+#include "adjust/twist_layouts.h"
 #include "frame/check.h"
 #include "frame/fp_control.h"
 #include "frame/simd.h"
@@ -16,7 +17,14 @@ namespace {
 // (a word whose bits were already zero needs nothing back).
 template <class T, Shape S, bool Linear = false, bool Stream = false>
 void run(const Region<T>& g, const Matrix& m) {
-  const auto go = [&] { lanes::with128([&](auto o) { regionOn<decltype(o), T, S, Linear, Stream>(g, m); }); };
+  const auto go = [&] {
+#if LUM_SIMD_SSE
+    if constexpr (kHasWide<T, S>) {
+      if (useWide()) return regionWide<T, S, Linear, Stream>(g, m);
+    }
+#endif
+    lanes::with128([&](auto o) { regionOn<decltype(o), T, S, Linear, Stream>(g, m); });
+  };
   if constexpr (kFloat<T>) {
     go();
   } else {
@@ -61,125 +69,73 @@ LumStatus planarInPlace(T* const* img, int step, LumSize roi, const Lum32f t[3][
 // Streaming stores pay from this many floats of a three-channel region on.
 constexpr std::ptrdiff_t kStreamFloats = 34993;
 
+// The float C3R and C4R forms. Rows run as one when both steps equal R W bytes:
+// R = 12 for C3R (contiguous rows); R = 4 for C4R, a quarter of a contiguous row,
+// which then runs all W x H pixels from pSrc, 16 W H bytes on each side, past the
+// region. Streaming stores: C3R from kStreamFloats on, C4R where every row's
+// pointers lie on 16 bytes.
+template <Shape S>
+LumStatus floatRuns(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roi,
+                    const Lum32f (*twist)[4]) {
+  constexpr bool kLinear = S == Shape::C4;
+  if (LumStatus st = check::nullSizeStep(roi, {srcStep, dstStep}, pSrc, pDst, twist)) return st;
+  Region<Lum32f> g = packedRegion(pSrc, srcStep, pDst, dstStep, roi);
+  if (srcStep == dstStep && std::ptrdiff_t(srcStep) == (kLinear ? 4 : 12) * std::ptrdiff_t(roi.width)) {
+    g.width = std::ptrdiff_t(roi.width) * roi.height;
+    g.height = 1;
+  }
+  const bool stream = kLinear ? aligned16(pSrc) && aligned16(pDst) && (g.height == 1 || ((srcStep | dstStep) & 15) == 0)
+                              : 3 * std::ptrdiff_t(roi.width) * roi.height >= kStreamFloats;
+  const Matrix m = kLinear ? linear(twist) : affine(twist);
+  if (stream) run<Lum32f, S, kLinear, true>(g, m);
+  else run<Lum32f, S, kLinear>(g, m);
+  return lumStatusOk;
+}
+
 }  // namespace
+
+// The in-place, AC4 and planar forms of one sample type: they differ in the type alone.
+#define LUM_TWIST_FORMS(NAME, T)                                                                         \
+  LumStatus NAME##_C3IR(T* p, int step, LumSize roi, const Lum32f twist[3][4]) {                         \
+    return packedForm<T, Shape::C3>(p, step, p, step, roi, twist);                                       \
+  }                                                                                                      \
+  LumStatus NAME##_AC4R(const T* pSrc, int srcStep, T* pDst, int dstStep, LumSize roi,                   \
+                        const Lum32f twist[3][4]) {                                                      \
+    return packedForm<T, Shape::AC4>(pSrc, srcStep, pDst, dstStep, roi, twist);                          \
+  }                                                                                                      \
+  LumStatus NAME##_AC4IR(T* p, int step, LumSize roi, const Lum32f twist[3][4]) {                        \
+    return packedForm<T, Shape::AC4>(p, step, p, step, roi, twist);                                      \
+  }                                                                                                      \
+  LumStatus NAME##_P3R(const T* const pSrc[3], int srcStep, T* const pDst[3], int dstStep, LumSize roi,  \
+                       const Lum32f twist[3][4]) {                                                       \
+    return planarForm<T>(pSrc, srcStep, pDst, dstStep, roi, twist);                                      \
+  }                                                                                                      \
+  LumStatus NAME##_IP3R(T* const p[3], int step, LumSize roi, const Lum32f twist[3][4]) {                \
+    return planarInPlace<T>(p, step, roi, twist);                                                        \
+  }
+// The same with the plain three-channel form, which the integer types share.
+#define LUM_TWIST_INTEGER_FORMS(NAME, T)                                                                 \
+  LumStatus NAME##_C3R(const T* pSrc, int srcStep, T* pDst, int dstStep, LumSize roi,                    \
+                       const Lum32f twist[3][4]) {                                                       \
+    return packedForm<T, Shape::C3>(pSrc, srcStep, pDst, dstStep, roi, twist);                          \
+  }                                                                                                      \
+  LUM_TWIST_FORMS(NAME, T)
 
 extern "C" {
 
 LumStatus lumiColorTwist_32f_C3R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roi,
                                  const Lum32f twist[3][4]) {
-  if (LumStatus st = check::nullSizeStep(roi, {srcStep, dstStep}, pSrc, pDst, twist)) return st;
-  Region<Lum32f> g = packedRegion(pSrc, srcStep, pDst, dstStep, roi);
-  // Contiguous rows run as one.
-  if (srcStep == dstStep && std::ptrdiff_t(srcStep) == 12 * std::ptrdiff_t(roi.width)) {
-    g.width = std::ptrdiff_t(roi.width) * roi.height;
-    g.height = 1;
-  }
-  if (3 * std::ptrdiff_t(roi.width) * roi.height >= kStreamFloats)
-    run<Lum32f, Shape::C3, false, true>(g, affine(twist));
-  else
-    run<Lum32f, Shape::C3>(g, affine(twist));
-  return lumStatusOk;
+  return floatRuns<Shape::C3>(pSrc, srcStep, pDst, dstStep, roi, twist);
 }
-LumStatus lumiColorTwist_32f_C3IR(Lum32f* p, int step, LumSize roi, const Lum32f twist[3][4]) {
-  return packedForm<Lum32f, Shape::C3>(p, step, p, step, roi, twist);
-}
-LumStatus lumiColorTwist_32f_AC4R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roi,
-                                  const Lum32f twist[3][4]) {
-  return packedForm<Lum32f, Shape::AC4>(pSrc, srcStep, pDst, dstStep, roi, twist);
-}
-LumStatus lumiColorTwist_32f_AC4IR(Lum32f* p, int step, LumSize roi, const Lum32f twist[3][4]) {
-  return packedForm<Lum32f, Shape::AC4>(p, step, p, step, roi, twist);
-}
+LUM_TWIST_FORMS(lumiColorTwist_32f, Lum32f)
+
 LumStatus lumiColorTwist_32f_C4R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roi,
                                  const Lum32f twist[4][4]) {
-  if (LumStatus st = check::nullSizeStep(roi, {srcStep, dstStep}, pSrc, pDst, twist)) return st;
-  Region<Lum32f> g = packedRegion(pSrc, srcStep, pDst, dstStep, roi);
-  // Steps equal to 4 W bytes (a quarter of a contiguous row) run all W x H
-  // pixels as one run from pSrc: 16 W H bytes on each side, past the region.
-  if (srcStep == dstStep && std::ptrdiff_t(srcStep) == 4 * std::ptrdiff_t(roi.width)) {
-    g.width = std::ptrdiff_t(roi.width) * roi.height;
-    g.height = 1;
-  }
-  // Rows whose pointers all lie on 16 bytes take streaming stores.
-  const bool aligned = aligned16(pSrc) && aligned16(pDst) && (g.height == 1 || ((srcStep | dstStep) & 15) == 0);
-  if (aligned)
-    run<Lum32f, Shape::C4, true, true>(g, linear(twist));
-  else
-    run<Lum32f, Shape::C4, true>(g, linear(twist));
-  return lumStatusOk;
-}
-LumStatus lumiColorTwist_32f_P3R(const Lum32f* const pSrc[3], int srcStep, Lum32f* const pDst[3], int dstStep,
-                                 LumSize roi, const Lum32f twist[3][4]) {
-  return planarForm<Lum32f>(pSrc, srcStep, pDst, dstStep, roi, twist);
-}
-LumStatus lumiColorTwist_32f_IP3R(Lum32f* const p[3], int step, LumSize roi, const Lum32f twist[3][4]) {
-  return planarInPlace<Lum32f>(p, step, roi, twist);
+  return floatRuns<Shape::C4>(pSrc, srcStep, pDst, dstStep, roi, twist);
 }
 
-LumStatus lumiColorTwist32f_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi,
-                                   const Lum32f twist[3][4]) {
-  return packedForm<Lum8u, Shape::C3>(pSrc, srcStep, pDst, dstStep, roi, twist);
-}
-LumStatus lumiColorTwist32f_8u_C3IR(Lum8u* p, int step, LumSize roi, const Lum32f twist[3][4]) {
-  return packedForm<Lum8u, Shape::C3>(p, step, p, step, roi, twist);
-}
-LumStatus lumiColorTwist32f_8u_AC4R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi,
-                                    const Lum32f twist[3][4]) {
-  return packedForm<Lum8u, Shape::AC4>(pSrc, srcStep, pDst, dstStep, roi, twist);
-}
-LumStatus lumiColorTwist32f_8u_AC4IR(Lum8u* p, int step, LumSize roi, const Lum32f twist[3][4]) {
-  return packedForm<Lum8u, Shape::AC4>(p, step, p, step, roi, twist);
-}
-LumStatus lumiColorTwist32f_8u_P3R(const Lum8u* const pSrc[3], int srcStep, Lum8u* const pDst[3], int dstStep,
-                                   LumSize roi, const Lum32f twist[3][4]) {
-  return planarForm<Lum8u>(pSrc, srcStep, pDst, dstStep, roi, twist);
-}
-LumStatus lumiColorTwist32f_8u_IP3R(Lum8u* const p[3], int step, LumSize roi, const Lum32f twist[3][4]) {
-  return planarInPlace<Lum8u>(p, step, roi, twist);
-}
-
-LumStatus lumiColorTwist32f_16u_C3R(const Lum16u* pSrc, int srcStep, Lum16u* pDst, int dstStep, LumSize roi,
-                                    const Lum32f twist[3][4]) {
-  return packedForm<Lum16u, Shape::C3>(pSrc, srcStep, pDst, dstStep, roi, twist);
-}
-LumStatus lumiColorTwist32f_16u_C3IR(Lum16u* p, int step, LumSize roi, const Lum32f twist[3][4]) {
-  return packedForm<Lum16u, Shape::C3>(p, step, p, step, roi, twist);
-}
-LumStatus lumiColorTwist32f_16u_AC4R(const Lum16u* pSrc, int srcStep, Lum16u* pDst, int dstStep, LumSize roi,
-                                     const Lum32f twist[3][4]) {
-  return packedForm<Lum16u, Shape::AC4>(pSrc, srcStep, pDst, dstStep, roi, twist);
-}
-LumStatus lumiColorTwist32f_16u_AC4IR(Lum16u* p, int step, LumSize roi, const Lum32f twist[3][4]) {
-  return packedForm<Lum16u, Shape::AC4>(p, step, p, step, roi, twist);
-}
-LumStatus lumiColorTwist32f_16u_P3R(const Lum16u* const pSrc[3], int srcStep, Lum16u* const pDst[3], int dstStep,
-                                    LumSize roi, const Lum32f twist[3][4]) {
-  return planarForm<Lum16u>(pSrc, srcStep, pDst, dstStep, roi, twist);
-}
-LumStatus lumiColorTwist32f_16u_IP3R(Lum16u* const p[3], int step, LumSize roi, const Lum32f twist[3][4]) {
-  return planarInPlace<Lum16u>(p, step, roi, twist);
-}
-
-LumStatus lumiColorTwist32f_16s_C3R(const Lum16s* pSrc, int srcStep, Lum16s* pDst, int dstStep, LumSize roi,
-                                    const Lum32f twist[3][4]) {
-  return packedForm<Lum16s, Shape::C3>(pSrc, srcStep, pDst, dstStep, roi, twist);
-}
-LumStatus lumiColorTwist32f_16s_C3IR(Lum16s* p, int step, LumSize roi, const Lum32f twist[3][4]) {
-  return packedForm<Lum16s, Shape::C3>(p, step, p, step, roi, twist);
-}
-LumStatus lumiColorTwist32f_16s_AC4R(const Lum16s* pSrc, int srcStep, Lum16s* pDst, int dstStep, LumSize roi,
-                                     const Lum32f twist[3][4]) {
-  return packedForm<Lum16s, Shape::AC4>(pSrc, srcStep, pDst, dstStep, roi, twist);
-}
-LumStatus lumiColorTwist32f_16s_AC4IR(Lum16s* p, int step, LumSize roi, const Lum32f twist[3][4]) {
-  return packedForm<Lum16s, Shape::AC4>(p, step, p, step, roi, twist);
-}
-LumStatus lumiColorTwist32f_16s_P3R(const Lum16s* const pSrc[3], int srcStep, Lum16s* const pDst[3], int dstStep,
-                                    LumSize roi, const Lum32f twist[3][4]) {
-  return planarForm<Lum16s>(pSrc, srcStep, pDst, dstStep, roi, twist);
-}
-LumStatus lumiColorTwist32f_16s_IP3R(Lum16s* const p[3], int step, LumSize roi, const Lum32f twist[3][4]) {
-  return planarInPlace<Lum16s>(p, step, roi, twist);
-}
+LUM_TWIST_INTEGER_FORMS(lumiColorTwist32f_8u, Lum8u)
+LUM_TWIST_INTEGER_FORMS(lumiColorTwist32f_16u, Lum16u)
+LUM_TWIST_INTEGER_FORMS(lumiColorTwist32f_16s, Lum16s)
 
 }  // extern "C"

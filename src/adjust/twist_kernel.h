@@ -93,8 +93,9 @@ inline T toSample(float r) {
 }
 
 // Pixels [x0, x1) of a row, one at a time; each pixel is read whole before it is
-// written, so source and destination may be the same row.
-template <class T, Shape S, bool Linear>
+// written, so source and destination may be the same row. O names the lane set
+// whose run it ends (each set keeps its own copy).
+template <class O, class T, Shape S, bool Linear>
 void rowPixels(const T* const* s, T* const* d, std::ptrdiff_t x0, std::ptrdiff_t x1, const Matrix& m) {
   constexpr int n = kChannels<S>;
   for (std::ptrdiff_t x = x0; x < x1; ++x) {
@@ -131,8 +132,16 @@ inline F linearLanes(const Coefs<O>& K, int c, const F* s) {
 }
 
 // Lanes of the results as stored: float lanes for 32f, else 32-bit integer lanes.
+template <class O, class T, bool IsFloat = kFloat<T>>
+struct OutLanesOf {
+  using type = typename O::V;
+};
 template <class O, class T>
-using OutLanes = std::conditional_t<kFloat<T>, typename O::F, typename O::V>;
+struct OutLanesOf<O, T, true> {
+  using type = typename O::F;
+};
+template <class O, class T>
+using OutLanes = typename OutLanesOf<O, T>::type;
 
 // toSample over lanes: minimum with the upper limit first (NaN gives the limit).
 template <class O, class T>
@@ -146,7 +155,7 @@ inline OutLanes<O, T> toLanes(typename O::F r) {
 
 // Moves pixels between a row and lanes, one vector per channel (the generic
 // adaptor: any set, any sample type and shape). Faster adaptors of the same
-// moves may specialise it.
+// moves take its place for some sets.
 template <class O, class T, Shape S>
 struct Io {
   using F = typename O::F;
@@ -220,9 +229,16 @@ void regionOn(const Region<T>& g, const Matrix& m) {
     rowPointers<const T, S>(g.src, g.srcStep, y, s);
     rowPointers<T, S>(g.dst, g.dstStep, y, d);
     const std::ptrdiff_t x = rowLanes<O, T, S, Linear, Stream>(s, d, 0, g.width, K);
-    rowPixels<T, S, Linear>(s, d, x, g.width, m);
+    rowPixels<O, T, S, Linear>(s, d, x, g.width, m);
   }
   if constexpr (Stream) O::fence();
 }
+
+// The run on the 256-bit set (twist_avx2.cpp), for the forms that have 256-bit
+// moves: the three-channel images and the integer planar ones.
+template <class T, Shape S, bool Linear, bool Stream>
+void regionWide(const Region<T>& g, const Matrix& m);
+template <class T, Shape S>
+constexpr bool kHasWide = S == Shape::C3 || (S == Shape::P3 && !kFloat<T>);
 
 }  // namespace lum::twist

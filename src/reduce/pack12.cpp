@@ -7,11 +7,13 @@
 #include <cstring>
 
 #include "frame/check.h"
+#include "reduce/pack12_kernel.h"
 #include "frame/lanes.h"
 #include "frame/rows.h"
 #include "lumcc.h"
 
 using namespace lum;
+using namespace lum::pack12;
 
 namespace {
 
@@ -41,6 +43,15 @@ struct PairIo {
     O::store(t, u);
     for (int i = 0; i < pairs; ++i) std::memcpy(p + 3 * i, t + 4 * i, 3);
   }
+  // Eight pairs: 24 bytes as two runs of four.
+  static void storeTriples2(uint8_t* p, V u0, V u1) {
+    storeTriples(p, u0, 4);
+    storeTriples(p + 12, u1, 4);
+  }
+  static void loadTriples2(const uint8_t* p, V& u0, V& u1) {
+    u0 = loadTriples(p, 4);
+    u1 = loadTriples(p + 12, 4);
+  }
 };
 
 #if LUM_SIMD_SSE
@@ -69,10 +80,24 @@ struct PairIo<lanes::Sse> {
       std::memcpy(&hi, p + 4, 2);
       b = _mm_insert_epi32(_mm_cvtsi32_si128(lo), hi, 1);
     }
-    return _mm_shuffle_epi8(b, _mm_setr_epi8(0, 1, 2, Z, 3, 4, 5, Z, 6, 7, 8, Z, 9, 10, 11, Z));
+    return expand(b);
+  }
+  static V compact(V u) { return _mm_shuffle_epi8(u, _mm_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, Z, Z, Z, Z)); }
+  static V expand(V b) { return _mm_shuffle_epi8(b, _mm_setr_epi8(0, 1, 2, Z, 3, 4, 5, Z, 6, 7, 8, Z, 9, 10, 11, Z)); }
+  // Eight pairs: the 24 bytes as one 16-byte and one 8-byte store.
+  static void storeTriples2(uint8_t* p, V u0, V u1) {
+    const V a = compact(u0), b = compact(u1);
+    _mm_storeu_si128(reinterpret_cast<V*>(p), _mm_or_si128(a, _mm_slli_si128(b, 12)));
+    _mm_storel_epi64(reinterpret_cast<V*>(p + 16), _mm_srli_si128(b, 4));
+  }
+  static void loadTriples2(const uint8_t* p, V& u0, V& u1) {
+    const V a = _mm_loadu_si128(reinterpret_cast<const V*>(p));
+    const V b = _mm_loadl_epi64(reinterpret_cast<const V*>(p + 16));
+    u0 = expand(a);
+    u1 = expand(_mm_alignr_epi8(b, a, 12));
   }
   static void storeTriples(uint8_t* p, V u, int pairs) {
-    const V b = _mm_shuffle_epi8(u, _mm_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, Z, Z, Z, Z));
+    const V b = compact(u);
     if (pairs == 4) {
       _mm_storel_epi64(reinterpret_cast<V*>(p), b);
       const int32_t hi = _mm_extract_epi32(b, 2);
@@ -85,27 +110,6 @@ struct PairIo<lanes::Sse> {
   }
 };
 #endif
-
-// Pair words A | B << 16 to packed bytes, the block's rule: byte 0 = A >> 4,
-// byte 1 = (A & 15) << 4 | A >> 12 | (B >> 8) & 15, byte 2 = B & 255.
-template <class O, class V = typename O::V>
-inline V packLanes(V w) {
-  const V a = O::and_(O::srl32(w, 4), O::set32(0xFFF));
-  const V b = O::and_(O::sll32(w, 12), O::set32(0xF000));
-  const V c = O::and_(O::srl32(w, 16), O::set32(0xF00));
-  const V d = O::and_(w, O::set32(0xFF0000));
-  return O::or_(O::or_(a, b), O::or_(c, d));
-}
-// Packed bytes b0 | b1 << 8 | b2 << 16 to pair words: A = b0 << 4 | b1 >> 4,
-// B = (b1 & 15) << 8 | b2.
-template <class O, class V = typename O::V>
-inline V unpackLanes(V u) {
-  const V a = O::and_(O::sll32(u, 4), O::set32(0xFF0));
-  const V b = O::and_(O::srl32(u, 12), O::set32(0xF));
-  const V c = O::and_(O::sll32(u, 16), O::set32(0x0F000000));
-  const V d = O::and_(u, O::set32(0x00FF0000));
-  return O::or_(O::or_(a, b), O::or_(c, d));
-}
 
 // One pair and a last odd sample, the tail's rule (bits 15..12 ignored).
 inline void packPair(uint16_t a, uint16_t b, uint8_t* p) {
@@ -120,35 +124,51 @@ inline void packLast(uint16_t a, uint8_t* p) {
 inline uint16_t unpackFirst(const uint8_t* p) { return uint16_t((p[0] << 4) | (p[1] >> 4)); }
 inline uint16_t unpackSecond(const uint8_t* p) { return uint16_t(((p[1] & 15) << 8) | p[2]); }
 
-// Blocks of 8 samples, then one of 4 where it fits; returns where they end.
-template <class O>
-int packBlocks(const uint16_t* s, uint8_t* d, int w) {
-  int x = 0;
-  for (; x + 8 <= w; x += 8) PairIo<O>::storeTriples(d + x / 2 * 3, packLanes<O>(PairIo<O>::loadWords(s + x, 4)), 4);
+// From sample x on, blocks of 8 samples (two at a time where 16 remain), then one
+// of 4 where it fits: block(x, pairs) runs pairs (2, 4 or 8) from sample x;
+// returns where the blocks end.
+template <class Block>
+int blockLadder(int x, int w, Block block) {
+  for (; x + 16 <= w; x += 16) block(x, 8);
+  for (; x + 8 <= w; x += 8) block(x, 4);
   if (x + 4 <= w) {
-    PairIo<O>::storeTriples(d + x / 2 * 3, packLanes<O>(PairIo<O>::loadWords(s + x, 2)), 2);
-    x += 4;
-  }
-  return x;
-}
-template <class O>
-int unpackBlocks(const uint8_t* s, uint16_t* d, int w) {
-  int x = 0;
-  for (; x + 8 <= w; x += 8) PairIo<O>::storeWords(d + x, unpackLanes<O>(PairIo<O>::loadTriples(s + x / 2 * 3, 4)), 4);
-  if (x + 4 <= w) {
-    PairIo<O>::storeWords(d + x, unpackLanes<O>(PairIo<O>::loadTriples(s + x / 2 * 3, 2)), 2);
+    block(x, 2);
     x += 4;
   }
   return x;
 }
 
-void packRow(const uint16_t* s, uint8_t* d, int w) {
-  int x = lanes::with128([&](auto o) { return packBlocks<decltype(o)>(s, d, w); });
+// A row; `wide` runs the first blocks sixteen samples a 256-bit step.
+void packRow(const uint16_t* s, uint8_t* d, int w, bool wide) {
+  const int x0 = wide ? packWide(s, d, w) : 0;
+  int x = lanes::with128([&](auto o) {
+    using Io = PairIo<decltype(o)>;
+    return blockLadder(x0, w, [&](int at, int pairs) {
+      if (pairs == 8)
+        Io::storeTriples2(d + at / 2 * 3, packLanes<decltype(o)>(Io::loadWords(s + at, 4)),
+                          packLanes<decltype(o)>(Io::loadWords(s + at + 8, 4)));
+      else
+        Io::storeTriples(d + at / 2 * 3, packLanes<decltype(o)>(Io::loadWords(s + at, pairs)), pairs);
+    });
+  });
   for (; x + 2 <= w; x += 2) packPair(loadAt(s + x), loadAt(s + x + 1), d + x / 2 * 3);
   if (x < w) packLast(loadAt(s + x), d + x / 2 * 3);
 }
-void unpackRow(const uint8_t* s, uint16_t* d, int w) {
-  int x = lanes::with128([&](auto o) { return unpackBlocks<decltype(o)>(s, d, w); });
+void unpackRow(const uint8_t* s, uint16_t* d, int w, bool wide) {
+  const int x0 = wide ? unpackWide(s, d, w) : 0;
+  int x = lanes::with128([&](auto o) {
+    using Io = PairIo<decltype(o)>;
+    return blockLadder(x0, w, [&](int at, int pairs) {
+      if (pairs == 8) {
+        typename decltype(o)::V u0, u1;
+        Io::loadTriples2(s + at / 2 * 3, u0, u1);
+        Io::storeWords(d + at, unpackLanes<decltype(o)>(u0), 4);
+        Io::storeWords(d + at + 8, unpackLanes<decltype(o)>(u1), 4);
+      } else {
+        Io::storeWords(d + at, unpackLanes<decltype(o)>(Io::loadTriples(s + at / 2 * 3, pairs)), pairs);
+      }
+    });
+  });
   for (; x + 2 <= w; x += 2) {
     storeAt(d + x, unpackFirst(s + x / 2 * 3));
     storeAt(d + x + 1, unpackSecond(s + x / 2 * 3));
@@ -162,13 +182,15 @@ extern "C" {
 
 LumStatus lumiPack_16u12u_C1R(const Lum16u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
   if (LumStatus st = check::nullSizeStep(roi, {srcStep, dstStep}, pSrc, pDst)) return st;
-  for (int y = 0; y < roi.height; ++y) packRow(rowAt(pSrc, y, srcStep), rowAt(pDst, y, dstStep), roi.width);
+  const bool wide = LUM_SIMD_SSE && useWide();
+  for (int y = 0; y < roi.height; ++y) packRow(rowAt(pSrc, y, srcStep), rowAt(pDst, y, dstStep), roi.width, wide);
   return lumStatusOk;
 }
 
 LumStatus lumiUnpack_12u16u_C1R(const Lum8u* pSrc, int srcStep, Lum16u* pDst, int dstStep, LumSize roi) {
   if (LumStatus st = check::nullSizeStep(roi, {srcStep, dstStep}, pSrc, pDst)) return st;
-  for (int y = 0; y < roi.height; ++y) unpackRow(rowAt(pSrc, y, srcStep), rowAt(pDst, y, dstStep), roi.width);
+  const bool wide = LUM_SIMD_SSE && useWide();
+  for (int y = 0; y < roi.height; ++y) unpackRow(rowAt(pSrc, y, srcStep), rowAt(pDst, y, dstStep), roi.width, wide);
   return lumStatusOk;
 }
 
