@@ -1124,7 +1124,11 @@ LUMAPI LumStatus lumiYCoCgToRGB_8u_P3C3R(const Lum8u* const pSrc[3], int srcStep
 /* BT.709 transfer function (GammaFwd) and its inverse (GammaInv). 8u and 16u by
    table; 32f computed on the range vMin..vMax. Checks: null -> lumStatusNullPointer,
    size -> lumStatusBadSize, step < 1 -> lumStatusBadStep; 32f first refuses
-   vMax - vMin <= 0 with lumStatusBadRange. AC4: alpha neither read nor written. */
+   vMax - vMin <= 0 with lumStatusBadRange. AC4: alpha neither read nor written.
+   Nothing is read or written outside the region. 32f: only AC4 scales by the
+   range (C3/P3 raise x - vMin itself, test it times the range, and leave the
+   inverse power unscaled); samples outside the range are not clamped; a NaN end
+   of the range is not refused. The caller's floating-point state is unchanged. */
 
 LUMAPI LumStatus lumiGammaFwd_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roiSize);
 LUMAPI LumStatus lumiGammaFwd_8u_C3IR(Lum8u* pSrcDst, int srcDstStep, LumSize roiSize);

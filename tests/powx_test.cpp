@@ -1,6 +1,7 @@
 // The single-precision power kernel: accuracy against double precision over a
-// dense sweep, the C rules on special values, block against single elements,
-// vector against emulated lanes, and the caller's floating-point state.
+// dense sweep, the C rules on zeros, infinities, NaNs and negative bases, blocks
+// against single elements, vector against emulated lanes, and the caller's
+// floating-point state.
 #include <gtest/gtest.h>
 
 #include <cfenv>
@@ -79,7 +80,7 @@ TEST(Powx, AtLeast21CorrectBitsOverTheFloatRange) {
   }
 }
 
-TEST(Powx, SpecialValuesFollowTheRulesOfPow) {
+TEST(Powx, EdgeValuesFollowTheRulesOfPow) {
   struct Case {
     float x, y, want;
   };

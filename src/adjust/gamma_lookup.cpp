@@ -1,6 +1,9 @@
 // Gamma on 8u and 16u: every colour sample replaced by its table element. No
 // other arithmetic, so in-place and copying forms give the same samples; alpha
 // of the AC4 forms is neither read nor written.
+#include <cstdint>
+#include <cstring>
+
 #include "adjust/gamma_tables.h"
 #include "frame/check.h"
 #include "frame/rows.h"
@@ -17,8 +20,18 @@ inline void lookupRow(const T* tab, const T* s, T* d, int count) {
     for (int i = 0; i < count; ++i)
       for (int c = 0; c < 3; ++c) storeAt(d + 4 * i + c, tab[loadAt(s + 4 * i + c)]);
   } else {
+    // Eight bytes of samples read and written at once (little-endian), each sample looked up by itself.
+    constexpr int kPer = int(8 / sizeof(T));
+    constexpr int kBits = int(8 * sizeof(T));
     const int n = count * Stride;
-    for (int i = 0; i < n; ++i) storeAt(d + i, tab[loadAt(s + i)]);
+    int i = 0;
+    for (; i + kPer <= n; i += kPer) {
+      uint64_t in, out = 0;
+      std::memcpy(&in, s + i, 8);
+      for (int k = 0; k < kPer; ++k) out |= uint64_t(tab[T(in >> (kBits * k))]) << (kBits * k);
+      std::memcpy(d + i, &out, 8);
+    }
+    for (; i < n; ++i) storeAt(d + i, tab[loadAt(s + i)]);
   }
 }
 

@@ -50,7 +50,7 @@ inline typename O::F pow2i(V k) {
   return O::castvf(O::sll32(O::add32(k, O::set32(127)), 23));
 }
 
-// x^y of lanes holding positive normal floats (other lanes give unspecified values).
+// x^y of lanes holding positive normal floats (other lanes give meaningless values).
 template <class O, class F = typename O::F, class D = typename O::D>
 inline F powNormal(F x, D y) {
   const auto bits = O::castfv(x);
