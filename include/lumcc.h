@@ -1178,7 +1178,8 @@ LUMAPI LumStatus lumiGammaInv_32f_P3R(const Lum32f* const pSrc[3], int srcStep, 
     LumSize roiSize, Lum32f vMin, Lum32f vMax);
 LUMAPI LumStatus lumiGammaInv_32f_IP3R(Lum32f* const pSrcDst[3], int srcDstStep, LumSize roiSize, Lum32f vMin,
     Lum32f vMax);
-/** Forward gamma then RGB to packed CbYCr422, in one pass. */
+/** Forward gamma then RGB to packed CbYCr422 (Cb Y0 Cr Y1), in one pass; chroma of a pair from the
+ *  pair's mean colour. An odd last pixel writes its Cb and Y bytes. Steps are not checked. */
 LUMAPI LumStatus lumiRGBToCbYCr422Gamma_8u_C3C2R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep,
     LumSize roiSize);
 

@@ -415,4 +415,47 @@ TEST(Gamma, FloatFormsKeepTheCallersControlWords) {
   }
 }
 
+// ---- forward gamma then CbYCr 4:2:2
+
+FnCase gammaCbYCr() {
+  FnCase c;
+  c.name = "RGBToCbYCr422Gamma_8u_C3C2R";
+  c.src = packedImg(3);
+  c.dst = packedImg(2);  // an odd last pixel writes Cb and Y
+  c.call = [](const B& b, LumSize r) {
+    return lumiRGBToCbYCr422Gamma_8u_C3C2R(b.srcPtr(), b.srcStep, b.dstPtr(), b.dstStep, r);
+  };
+  return c;
+}
+
+TEST(GammaCbYCr, RefusesAndStaysInsideTheRegion) {
+  const FnCase c = gammaCbYCr();
+  checkRefusals(c);
+  checkVectorMatchesScalar(c, blockWidths(), 3);
+  checkNegativeStep(c, 9, 4);
+}
+
+// Pairs and a last odd pixel of black, white, mid grey (128 is 180 after the
+// table) and blue: Cb Y0 Cr Y1, then Cb Y of the odd pixel.
+TEST(GammaCbYCr, KnownAnswers) {
+  struct Case {
+    Lum8u r, g, b;
+    int pair[4], odd[2];
+  } const table[] = {
+      {0, 0, 0, {128, 16, 128, 16}, {128, 16}},
+      {255, 255, 255, {128, 235, 128, 235}, {128, 235}},
+      {128, 128, 128, {128, 171, 128, 171}, {128, 171}},
+      {0, 0, 255, {240, 41, 110, 41}, {240, 41}},
+  };
+  for (const Case& k : table) {
+    const Lum8u src[9] = {k.r, k.g, k.b, k.r, k.g, k.b, k.r, k.g, k.b};
+    Lum8u out[8];
+    std::memset(out, 0xEE, sizeof out);
+    ASSERT_EQ(lumiRGBToCbYCr422Gamma_8u_C3C2R(src, 9, out, 8, LumSize{3, 1}), lumStatusOk);
+    for (int i = 0; i < 4; ++i) EXPECT_EQ(out[i], k.pair[i]) << int(k.r) << " byte " << i;
+    for (int i = 0; i < 2; ++i) EXPECT_EQ(out[4 + i], k.odd[i]) << int(k.r) << " odd byte " << i;
+    EXPECT_EQ(out[6], 0xEE);
+  }
+}
+
 }  // namespace

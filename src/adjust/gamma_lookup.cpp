@@ -157,3 +157,44 @@ LumStatus lumiGammaInv_16u_IP3R(Lum16u* const pSrcDst[3], int srcDstStep, LumSiz
 }
 
 }  // extern "C"
+
+// ---- forward gamma then RGB to CbYCr 4:2:2 -----------------------------------
+namespace {
+
+inline uint8_t sat8(int v) { return uint8_t(v < 0 ? 0 : (v > 255 ? 255 : v)); }
+
+// One row: each sample through the forward table, then Cb Y0 Cr Y1 a pair. Luma
+// per pixel at 2^-15; chroma from the pair's sums, the half coefficients at 2^-14
+// (the pair mean of the other RGB to 4:2:2 conversions), offset 128.5 as the
+// luma's 0x84000 is 16.5. A last odd pixel writes Cb and Y at 2^-16, Cb as the
+// low byte of its sum.
+void gammaCbYCr422Row(const Lum8u* s, Lum8u* d, int w) {
+  const Lum8u* t = gamma::tableFwd8u;
+  int x = 0;
+  for (; x + 2 <= w; x += 2, s += 6, d += 4) {
+    const int r0 = t[s[0]], g0 = t[s[1]], b0 = t[s[2]], r1 = t[s[3]], g1 = t[s[4]], b1 = t[s[5]];
+    const int sR = r0 + r1, sG = g0 + g1, sB = b0 + b1;
+    d[0] = sat8((-1213 * sR - 2385 * sG + 3596 * sB + 0x202000) >> 14);
+    d[1] = sat8((8422 * r0 + 16515 * g0 + 3212 * b0 + 0x84000) >> 15);
+    d[2] = sat8((3596 * sR - 3015 * sG - 582 * sB + 0x202000) >> 14);
+    d[3] = sat8((8422 * r1 + 16515 * g1 + 3212 * b1 + 0x84000) >> 15);
+  }
+  if (x < w) {
+    const int r = t[s[0]], g = t[s[1]], b = t[s[2]];
+    d[0] = uint8_t((-9699 * r - 19071 * g + 28770 * b - 0x7F8000) >> 16);
+    d[1] = uint8_t((16843 * r + 33030 * g + 6423 * b + 0x108000) >> 16);
+  }
+}
+
+}  // namespace
+
+extern "C" {
+
+// Checks as the RGB to 4:2:2 conversions: the pointers, then the size; steps unchecked.
+LumStatus lumiRGBToCbYCr422Gamma_8u_C3C2R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roi) {
+  if (LumStatus st = check::nullThenSize(roi, pSrc, pDst)) return st;
+  for (int y = 0; y < roi.height; ++y) gammaCbYCr422Row(rowAt(pSrc, y, srcStep), rowAt(pDst, y, dstStep), roi.width);
+  return lumStatusOk;
+}
+
+}  // extern "C"
