@@ -309,6 +309,9 @@ struct Emu {
     for (int i = 1; i < 8; ++i) r.h[i] = a.h[i - 1];
     return r;
   }
+  // ---- added for YCoCg
+  // Byte lanes: a + b of unsigned bytes, saturated to 255.
+  static V adds8u(V a, V b) { return mapBytes(a, b, [](int x, int y) { return x + y > 255 ? 255 : x + y; }); }
 };
 
 #if LUM_SIMD_SSE
@@ -436,6 +439,8 @@ struct Sse {
   }
   static V odds16(V a, V b) { return _mm_packs_epi32(_mm_srai_epi32(a, 16), _mm_srai_epi32(b, 16)); }
   static V slideUp16(V a, V c) { return _mm_alignr_epi8(a, c, 14); }
+  // ---- added for YCoCg
+  static V adds8u(V a, V b) { return _mm_adds_epu8(a, b); }
 };
 
 // The 128-bit set of this build: the register where there is one.

@@ -168,6 +168,8 @@ struct Avx2 {
   }
   static V odds16(V a, V b) { return _mm256_packs_epi32(_mm256_srai_epi32(a, 16), _mm256_srai_epi32(b, 16)); }
   static V slideUp16(V a, V c) { return _mm256_alignr_epi8(a, c, 14); }
+  // ---- added for YCoCg
+  static V adds8u(V a, V b) { return _mm256_adds_epu8(a, b); }
 };
 
 }  // namespace

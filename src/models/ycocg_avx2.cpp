@@ -32,6 +32,8 @@ struct Moves256 {
       layout16::channels::words<N>(reinterpret_cast<const uint16_t*>(p), m);
     }
   }
+  // Thirty-two 3-byte pixels into three vectors of byte lanes.
+  static void bytes3(const uint8_t* p, V m[3]) { layout16::channels::bytes<3>(p, m); }
   template <class T, int N>
   static void merge(T* p, const V m[4]) {
     if constexpr (sizeof(T) == 1) {

@@ -126,6 +126,7 @@ std::vector<LaneOp> laneOps() {
       LANE_OP(cvtfdHi, 'd', None, X::put(o, O::cvtfdHi(X::f(a[0])))),
       LANE_OP(sumd, 'd', None, X::scalar(o, O::sumd(X::d(a[0])))),
       LANE_V2(evens16), LANE_V2(odds16), LANE_V2(slideUp16),
+      LANE_V2(adds8u),  // added for YCoCg
   };
 #undef LANE_SHIFT
 #undef LANE_D2
