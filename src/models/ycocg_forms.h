@@ -301,6 +301,8 @@ template <int N>
 using FwdBgr8u16s = Conv<PlainFwd, BGRPacked<Lum8u, N>, Planes3<Lum16s>, 32, false>;
 template <int N>
 using RevFwdBgr8u16s = Conv<RevFwd, BGRPacked<Lum8u, N>, Planes3<Lum16s>, 32, false>;
+// Co or Cg of 32768 (R = 32767 with B = -32768; G = 32767 with R = B = -32768)
+// does not fit its 16-bit plane: the low 16 bits are stored, as every 16s store here.
 template <int N>
 using FwdSbgr16s = Conv<PlainFwd, BGRPacked<Lum16s, N>, Planes3<Lum16s>, 32, true>;
 template <int N>
