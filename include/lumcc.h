@@ -1059,62 +1059,91 @@ LUMAPI LumStatus lumiHLSToBGR_8u_AP4C4R(const Lum8u* const pSrc[4], int srcStep,
 /* -------------------------------------------------------------------------- */
 /* YCoCg                                                                      */
 /* -------------------------------------------------------------------------- */
-/* Packed BGR (RGB for the 8u forms) <-> Y, Co, Cg planes; one step for all
-   planes. _Rev is the reversible lifting transform. SBGR is signed BGR. C4
-   forward forms ignore the fourth sample; P3C4R forms write aval as alpha. */
+/* Packed BGR (RGB for the 8u forms) <-> Y, Co, Cg planes; one step in bytes
+   for all planes. _Rev is the reversible lifting transform, exact in integers,
+   Co and Cg one bit wider. SBGR is signed BGR. C4 forward forms ignore the
+   fourth sample; P3C4R forms write aval as alpha. Nothing outside the region is
+   read or written, and steps are not checked. Statuses: lumStatusNullPointer
+   for a null image, plane array or plane; then, for the functions marked
+   "sized", lumStatusBadSize for a width or height below 1. The others write
+   nothing at such sizes and return lumStatusOk. */
 
+/** Plain transform, 8u BGR to 16s planes; sized. */
 LUMAPI LumStatus lumiBGRToYCoCg_8u16s_C3P3R(const Lum8u* pSrc, int srcStep, Lum16s* const pDst[3], int dstStep,
     LumSize roiSize);
+/** Plain transform, 8u BGRA (alpha ignored) to 16s planes; sized. */
 LUMAPI LumStatus lumiBGRToYCoCg_8u16s_C4P3R(const Lum8u* pSrc, int srcStep, Lum16s* const pDst[3], int dstStep,
     LumSize roiSize);
+/** Reversible transform, 8u BGR to 16s planes; sized. */
 LUMAPI LumStatus lumiBGRToYCoCg_Rev_8u16s_C3P3R(const Lum8u* pSrc, int srcStep, Lum16s* const pDst[3], int dstStep,
     LumSize roiSize);
+/** Reversible transform, 8u BGRA (alpha ignored) to 16s planes; sized. */
 LUMAPI LumStatus lumiBGRToYCoCg_Rev_8u16s_C4P3R(const Lum8u* pSrc, int srcStep, Lum16s* const pDst[3], int dstStep,
     LumSize roiSize);
+/** Plain transform in 32 bits, 16s BGR to 16s planes (low 16 bits); sized. */
 LUMAPI LumStatus lumiSBGRToYCoCg_16s_C3P3R(const Lum16s* pSrc, int srcStep, Lum16s* const pDst[3], int dstStep,
     LumSize roiSize);
+/** Plain transform in 32 bits, 16s BGRA to 16s planes (low 16 bits); sized. */
 LUMAPI LumStatus lumiSBGRToYCoCg_16s_C4P3R(const Lum16s* pSrc, int srcStep, Lum16s* const pDst[3], int dstStep,
     LumSize roiSize);
+/** Reversible transform modulo 2^16, 16s BGR to 16s planes; unsized. */
 LUMAPI LumStatus lumiSBGRToYCoCg_Rev_16s_C3P3R(const Lum16s* pSrc, int srcStep, Lum16s* const pDst[3], int dstStep,
     LumSize roiSize);
+/** Reversible transform modulo 2^16, 16s BGRA to 16s planes; unsized. */
 LUMAPI LumStatus lumiSBGRToYCoCg_Rev_16s_C4P3R(const Lum16s* pSrc, int srcStep, Lum16s* const pDst[3], int dstStep,
     LumSize roiSize);
+/** Plain transform, 16s BGR to 32s planes; sized. */
 LUMAPI LumStatus lumiSBGRToYCoCg_16s32s_C3P3R(const Lum16s* pSrc, int srcStep, Lum32s* const pDst[3], int dstStep,
     LumSize roiSize);
+/** Plain transform, 16s BGRA to 32s planes; unsized. */
 LUMAPI LumStatus lumiSBGRToYCoCg_16s32s_C4P3R(const Lum16s* pSrc, int srcStep, Lum32s* const pDst[3], int dstStep,
     LumSize roiSize);
+/** Reversible transform, 16s BGR to 32s planes (lossless); sized. */
 LUMAPI LumStatus lumiSBGRToYCoCg_Rev_16s32s_C3P3R(const Lum16s* pSrc, int srcStep, Lum32s* const pDst[3], int dstStep,
     LumSize roiSize);
+/** Reversible transform, 16s BGRA to 32s planes (lossless); unsized. */
 LUMAPI LumStatus lumiSBGRToYCoCg_Rev_16s32s_C4P3R(const Lum16s* pSrc, int srcStep, Lum32s* const pDst[3], int dstStep,
     LumSize roiSize);
-/** RGB to Y, Co, Cg planes, Co and Cg biased by 128. */
+/** RGB to Y, Co, Cg planes, Co and Cg biased by 128 and limited to 255; sized. */
 LUMAPI LumStatus lumiRGBToYCoCg_8u_C3P3R(const Lum8u* pSrc, int srcStep, Lum8u* const pDst[3], int dstStep,
     LumSize roiSize);
+/** Plain reverse modulo 2^16, clamped to 0..255; unsized. */
 LUMAPI LumStatus lumiYCoCgToBGR_16s8u_P3C3R(const Lum16s* const pSrc[3], int srcStep, Lum8u* pDst, int dstStep,
     LumSize roiSize);
+/** Plain reverse modulo 2^16, clamped to 0..255, alpha aval; unsized. */
 LUMAPI LumStatus lumiYCoCgToBGR_16s8u_P3C4R(const Lum16s* const pSrc[3], int srcStep, Lum8u* pDst, int dstStep,
     LumSize roiSize, Lum8u aval);
+/** Reversible reverse modulo 2^16, clamped to 0..255; unsized. */
 LUMAPI LumStatus lumiYCoCgToBGR_Rev_16s8u_P3C3R(const Lum16s* const pSrc[3], int srcStep, Lum8u* pDst, int dstStep,
     LumSize roiSize);
+/** Reversible reverse modulo 2^16, clamped to 0..255, alpha aval; unsized. */
 LUMAPI LumStatus lumiYCoCgToBGR_Rev_16s8u_P3C4R(const Lum16s* const pSrc[3], int srcStep, Lum8u* pDst, int dstStep,
     LumSize roiSize, Lum8u aval);
+/** Plain reverse modulo 2^16; unsized. */
 LUMAPI LumStatus lumiYCoCgToSBGR_16s_P3C3R(const Lum16s* const pSrc[3], int srcStep, Lum16s* pDst, int dstStep,
     LumSize roiSize);
+/** Plain reverse modulo 2^16, alpha aval; sized. */
 LUMAPI LumStatus lumiYCoCgToSBGR_16s_P3C4R(const Lum16s* const pSrc[3], int srcStep, Lum16s* pDst, int dstStep,
     LumSize roiSize, Lum16s aval);
+/** Reversible reverse modulo 2^16; unsized. */
 LUMAPI LumStatus lumiYCoCgToSBGR_Rev_16s_P3C3R(const Lum16s* const pSrc[3], int srcStep, Lum16s* pDst, int dstStep,
     LumSize roiSize);
+/** Reversible reverse modulo 2^16, alpha aval; unsized. */
 LUMAPI LumStatus lumiYCoCgToSBGR_Rev_16s_P3C4R(const Lum16s* const pSrc[3], int srcStep, Lum16s* pDst, int dstStep,
     LumSize roiSize, Lum16s aval);
+/** Plain reverse in 32 bits, low 16 bits stored; sized. */
 LUMAPI LumStatus lumiYCoCgToSBGR_32s16s_P3C3R(const Lum32s* const pSrc[3], int srcStep, Lum16s* pDst, int dstStep,
     LumSize roiSize);
+/** Plain reverse in 32 bits, low 16 bits stored, alpha aval; sized. */
 LUMAPI LumStatus lumiYCoCgToSBGR_32s16s_P3C4R(const Lum32s* const pSrc[3], int srcStep, Lum16s* pDst, int dstStep,
     LumSize roiSize, Lum16s aval);
+/** Reversible reverse in 32 bits, low 16 bits stored; unsized. */
 LUMAPI LumStatus lumiYCoCgToSBGR_Rev_32s16s_P3C3R(const Lum32s* const pSrc[3], int srcStep, Lum16s* pDst, int dstStep,
     LumSize roiSize);
+/** Reversible reverse in 32 bits, low 16 bits stored, alpha aval; unsized. */
 LUMAPI LumStatus lumiYCoCgToSBGR_Rev_32s16s_P3C4R(const Lum32s* const pSrc[3], int srcStep, Lum16s* pDst, int dstStep,
     LumSize roiSize, Lum16s aval);
-/** Y, Co, Cg planes (Co, Cg biased by 128) to RGB. */
+/** Y, Co, Cg planes (Co, Cg biased by 128) to RGB, clamped to 0..255; unsized. */
 LUMAPI LumStatus lumiYCoCgToRGB_8u_P3C3R(const Lum8u* const pSrc[3], int srcStep, Lum8u* pDst, int dstStep,
     LumSize roiSize);
 

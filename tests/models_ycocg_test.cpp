@@ -409,3 +409,36 @@ TEST(YCoCg, ReverseFourChannelFormsWriteAvalEverywhere) {
     for (int x = 0; x < w; ++x) EXPECT_EQ(out[size_t(4 * x + 3)], 0xA7) << "width " << w << " pixel " << x;
   }
 }
+
+// The 8u forward runs its groups on byte lanes: every 8u pixel through the
+// wide, the 128-bit and the scalar paths gives the same planes.
+TEST(YCoCg, EightBitPlanesAgreeOnEveryPixelInEveryPath) {
+  const int w = 4096, h = 256;
+  std::vector<Lum8u> px(size_t(w) * h * 3);
+  std::vector<Lum8u> ref;
+  for (int r0 = 0; r0 < 256; r0 += 16) {
+    size_t i = 0;
+    for (int r = r0; r < r0 + 16; ++r)
+      for (int g = 0; g < 256; ++g)
+        for (int b = 0; b < 256; ++b) {
+          px[i++] = Lum8u(r);
+          px[i++] = Lum8u(g);
+          px[i++] = Lum8u(b);
+        }
+    for (int path = 0; path < 3; ++path) {
+      std::vector<Lum8u> out(size_t(w) * h * 3, 0x5A);
+      Lum8u* const p[3] = {out.data(), out.data() + size_t(w) * h, out.data() + 2 * size_t(w) * h};
+      if (path == 0) {
+        ASSERT_EQ(lumiRGBToYCoCg_8u_C3P3R(px.data(), 3 * w, p, w, {w, h}), lumStatusOk);
+      } else if (path == 1) {
+        lum::NarrowScope eightLanes;
+        ASSERT_EQ(lumiRGBToYCoCg_8u_C3P3R(px.data(), 3 * w, p, w, {w, h}), lumStatusOk);
+      } else {
+        lum::ScalarScope scalarOnly;
+        ASSERT_EQ(lumiRGBToYCoCg_8u_C3P3R(px.data(), 3 * w, p, w, {w, h}), lumStatusOk);
+      }
+      if (path == 0) ref = out;
+      else ASSERT_EQ(out, ref) << "path " << path << " from R = " << r0;
+    }
+  }
+}

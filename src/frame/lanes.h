@@ -392,6 +392,9 @@ struct Emu {
     }
     return r;
   }
+  // ---- added for YCoCg
+  // Byte lanes: a + b of unsigned bytes, saturated to 255.
+  static V adds8u(V a, V b) { return mapBytes(a, b, [](int x, int y) { return x + y > 255 ? 255 : x + y; }); }
 };
 
 #if LUM_SIMD_SSE
@@ -539,6 +542,8 @@ struct Sse {
 
   // ---- added for bit-depth reduction
   static F andf(F a, F b) { return _mm_and_ps(a, b); }
+  // ---- added for YCoCg
+  static V adds8u(V a, V b) { return _mm_adds_epu8(a, b); }
 };
 
 // The 128-bit set of this build: the register where there is one.

@@ -193,6 +193,8 @@ struct Avx2 {
 
   // ---- added for bit-depth reduction
   static F andf(F a, F b) { return _mm256_and_ps(a, b); }
+  // ---- added for YCoCg
+  static V adds8u(V a, V b) { return _mm256_adds_epu8(a, b); }
 };
 
 }  // namespace

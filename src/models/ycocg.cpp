@@ -42,7 +42,7 @@ Planes<T> planes3(T* const* p, int step) {
 
 // Refusals: a null pointer (the packed image, the plane array or a plane),
 // then, where Sized, a size below 1. Unsized functions write nothing at such
-// sizes and return lumStatusOk.
+// sizes and return lumStatusOk (the reading that keeps every caller safe).
 template <bool Sized, class P, class Q>
 LumStatus checks(const P* packedImage, const Q* const* planeArray, LumSize roi, bool& run) {
   run = false;

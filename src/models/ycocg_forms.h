@@ -152,6 +152,24 @@ struct PlainFwd8u {
   }
 };
 
+// PlainFwd8u on byte lanes, the same samples: with h = floor((R + B) / 2),
+// Y = (h + G + 1) >> 1; Co + 128 = floor((R + (255 - B) + 2) / 2) and, with
+// h' = floor(((255 - R) + (255 - B)) / 2), Cg + 128 = floor((h' + G + 2) / 2),
+// each an average plus the bit it rounded away; the saturating adds are the limit 255.
+struct PlainFwd8uBytes {
+  template <class O, class V = typename O::V>
+  static void run(const V rgb[3], V ycc[3]) {
+    const V one = O::splat8(1), ff = O::splat8(255);
+    const V r = rgb[0], g = rgb[1], b = rgb[2];
+    const V odd = O::and_(O::xor_(r, b), one);  // R - B odd
+    ycc[0] = O::avg8(O::sub8(O::avg8(r, b), odd), g);
+    const V nb = O::xor_(b, ff);
+    ycc[1] = O::adds8u(O::avg8(r, nb), odd);
+    const V h = O::sub8(O::avg8(O::xor_(r, ff), nb), odd);
+    ycc[2] = O::adds8u(O::avg8(h, g), O::andnot(O::xor_(h, g), one));
+  }
+};
+
 // Plain reverse of biased 8u Co and Cg: R = Y + Co - Cg, G = Y + Cg - 128,
 // B = Y - Co - Cg + 256 are the plain reverse of the unbiased values (the
 // 8u store clamps).
@@ -283,6 +301,8 @@ template <int N>
 using FwdBgr8u16s = Conv<PlainFwd, BGRPacked<Lum8u, N>, Planes3<Lum16s>, 32, false>;
 template <int N>
 using RevFwdBgr8u16s = Conv<RevFwd, BGRPacked<Lum8u, N>, Planes3<Lum16s>, 32, false>;
+// Co or Cg of 32768 (R = 32767 with B = -32768; G = 32767 with R = B = -32768)
+// does not fit its 16-bit plane: the low 16 bits are stored, as every 16s store here.
 template <int N>
 using FwdSbgr16s = Conv<PlainFwd, BGRPacked<Lum16s, N>, Planes3<Lum16s>, 32, true>;
 template <int N>
@@ -291,7 +311,20 @@ template <int N>
 using FwdSbgr16s32s = Conv<PlainFwd, BGRPacked<Lum16s, N>, Planes3<Lum32s>, 32, true>;
 template <int N>
 using RevFwdSbgr16s32s = Conv<RevFwd, BGRPacked<Lum16s, N>, Planes3<Lum32s>, 32, true>;
-using FwdRgb8u = Conv<PlainFwd8u, RGBPacked<Lum8u>, Planes3<Lum8u>, 32, false>;
+// RGB to 8u planes runs its groups on byte lanes, 2 * O::kLanes pixels a step.
+struct FwdRgb8u : Conv<PlainFwd8u, RGBPacked<Lum8u>, Planes3<Lum8u>, 32, false> {
+  template <class O, class M>
+  static int groups(const SrcPlanes& s, const DstPlanes& d, int x, int end, int) {
+    constexpr int n = 2 * O::kLanes;
+    for (; x + n <= end; x += n) {
+      typename O::V in[3], out[3];
+      M::bytes3(s.p[0] + 3 * std::ptrdiff_t(x), in);
+      PlainFwd8uBytes::run<O>(in, out);
+      for (int k = 0; k < 3; ++k) O::store(d.p[k] + x, out[k]);
+    }
+    return x;
+  }
+};
 
 template <int N>
 using InvBgr16s8u = Conv<PlainInv, Planes3<Lum16s>, BGRPacked<Lum8u, N>, 16, false>;

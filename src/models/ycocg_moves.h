@@ -42,6 +42,8 @@ struct Moves128 {
       layout::channels::words<N>(reinterpret_cast<const uint16_t*>(p), m);
     }
   }
+  // Sixteen 3-byte pixels into three vectors of byte lanes.
+  static void bytes3(const uint8_t* p, V m[3]) { layout::channels::bytes<3>(p, m); }
   // Lanes m[0..N-1] interleaved into eight N-sample pixels.
   template <class T, int N>
   static void merge(T* p, const V m[4]) {

@@ -9,10 +9,13 @@ namespace lum::ycocg::wide {
 // Runs the groups of sixteen pixels of one row from pixel 0; returns where they stop.
 using Groups = int (*)(const SrcPlanes& s, const DstPlanes& d, int width, int aval);
 
-// The wide groups of flavour C, or null where it has none.
+// Defined for every flavour in ycocg_avx2.cpp.
+template <class C>
+int groups256(const SrcPlanes& s, const DstPlanes& d, int width, int aval);
+
 template <class C>
 Groups groupsOf() {
-  return nullptr;
+  return &groups256<C>;
 }
 
 }  // namespace lum::ycocg::wide
