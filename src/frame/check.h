@@ -47,4 +47,19 @@ inline LumStatus planes(const P* const* arr, int n) {
   return anyPlaneNull(arr, n) ? lumStatusNullPointer : lumStatusOk;
 }
 
+// ---- HLS and HSV
+// The planar HLS order: any pointer null (nullSeen) -> lumStatusNullPointer,
+// a step below 1 -> lumStatusBadStep, then size below 1 -> lumStatusBadSize.
+inline LumStatus nullStepSize(bool nullSeen, int srcStep, int dstStep, LumSize roi) {
+  if (nullSeen) return lumStatusNullPointer;
+  if (srcStep < 1 || dstStep < 1) return lumStatusBadStep;
+  return badSize(roi) ? lumStatusBadSize : lumStatusOk;
+}
+// The same with the size tested before the steps.
+inline LumStatus nullSizeStep(bool nullSeen, int srcStep, int dstStep, LumSize roi) {
+  if (nullSeen) return lumStatusNullPointer;
+  if (badSize(roi)) return lumStatusBadSize;
+  return srcStep < 1 || dstStep < 1 ? lumStatusBadStep : lumStatusOk;
+}
+
 }  // namespace lum::check

@@ -309,6 +309,51 @@ struct Emu {
     for (int i = 1; i < 8; ++i) r.h[i] = a.h[i - 1];
     return r;
   }
+
+  // ---- added for HLS and HSV
+  // Float compares as lane masks (all ones where true, NaN compares false):
+  // a == b, a < b, a <= b.
+  static F cmpeqf(F a, F b) { return cmpf(a, b, [](float x, float y) { return x == y; }); }
+  static F cmpltf(F a, F b) { return cmpf(a, b, [](float x, float y) { return x < y; }); }
+  static F cmplef(F a, F b) { return cmpf(a, b, [](float x, float y) { return x <= y; }); }
+  // Bitwise a & b and ~a & b of float lanes.
+  static F andf(F a, F b) { return bitsf(a, b, [](uint32_t x, uint32_t y) { return x & y; }); }
+  static F andnotf(F a, F b) { return bitsf(a, b, [](uint32_t x, uint32_t y) { return ~x & y; }); }
+  // Lanes of a where the sign bit of m is set, else of b.
+  static F selectf(F m, F a, F b) {
+    F r;
+    for (int i = 0; i < 4; ++i) {
+      int32_t bits;
+      std::memcpy(&bits, &m.l[i], 4);
+      r.l[i] = bits < 0 ? a.l[i] : b.l[i];
+    }
+    return r;
+  }
+
+ private:
+  template <class Fn>
+  static F bitsf(F a, F b, Fn f) {
+    F r;
+    for (int i = 0; i < 4; ++i) {
+      uint32_t x, y;
+      std::memcpy(&x, &a.l[i], 4);
+      std::memcpy(&y, &b.l[i], 4);
+      const uint32_t z = f(x, y);
+      std::memcpy(&r.l[i], &z, 4);
+    }
+    return r;
+  }
+  template <class Fn>
+  static F cmpf(F a, F b, Fn f) {
+    F r;
+    for (int i = 0; i < 4; ++i) {
+      const uint32_t z = f(a.l[i], b.l[i]) ? 0xFFFFFFFFu : 0u;
+      std::memcpy(&r.l[i], &z, 4);
+    }
+    return r;
+  }
+
+ public:
 };
 
 #if LUM_SIMD_SSE
@@ -436,6 +481,14 @@ struct Sse {
   }
   static V odds16(V a, V b) { return _mm_packs_epi32(_mm_srai_epi32(a, 16), _mm_srai_epi32(b, 16)); }
   static V slideUp16(V a, V c) { return _mm_alignr_epi8(a, c, 14); }
+
+  // ---- added for HLS and HSV
+  static F cmpeqf(F a, F b) { return _mm_cmpeq_ps(a, b); }
+  static F cmpltf(F a, F b) { return _mm_cmplt_ps(a, b); }
+  static F cmplef(F a, F b) { return _mm_cmple_ps(a, b); }
+  static F andf(F a, F b) { return _mm_and_ps(a, b); }
+  static F andnotf(F a, F b) { return _mm_andnot_ps(a, b); }
+  static F selectf(F m, F a, F b) { return _mm_blendv_ps(b, a, m); }
 };
 
 // The 128-bit set of this build: the register where there is one.

@@ -168,6 +168,14 @@ struct Avx2 {
   }
   static V odds16(V a, V b) { return _mm256_packs_epi32(_mm256_srai_epi32(a, 16), _mm256_srai_epi32(b, 16)); }
   static V slideUp16(V a, V c) { return _mm256_alignr_epi8(a, c, 14); }
+
+  // ---- added for HLS and HSV
+  static F cmpeqf(F a, F b) { return _mm256_cmp_ps(a, b, _CMP_EQ_OQ); }
+  static F cmpltf(F a, F b) { return _mm256_cmp_ps(a, b, _CMP_LT_OS); }
+  static F cmplef(F a, F b) { return _mm256_cmp_ps(a, b, _CMP_LE_OS); }
+  static F andf(F a, F b) { return _mm256_and_ps(a, b); }
+  static F andnotf(F a, F b) { return _mm256_andnot_ps(a, b); }
+  static F selectf(F m, F a, F b) { return _mm256_blendv_ps(b, a, m); }
 };
 
 }  // namespace

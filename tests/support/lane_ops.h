@@ -126,6 +126,13 @@ std::vector<LaneOp> laneOps() {
       LANE_OP(cvtfdHi, 'd', None, X::put(o, O::cvtfdHi(X::f(a[0])))),
       LANE_OP(sumd, 'd', None, X::scalar(o, O::sumd(X::d(a[0])))),
       LANE_V2(evens16), LANE_V2(odds16), LANE_V2(slideUp16),
+      // ---- added for HLS and HSV
+      LANE_OP(cmpeqf, 'i', Each, X::put(o, O::cmpeqf(X::f(a[0]), X::f(a[1])))),
+      LANE_OP(cmpltf, 'i', Each, X::put(o, O::cmpltf(X::f(a[0]), X::f(a[1])))),
+      LANE_OP(cmplef, 'i', Each, X::put(o, O::cmplef(X::f(a[0]), X::f(a[1])))),
+      LANE_OP(andf, 'i', Each, X::put(o, O::andf(X::f(a[0]), X::f(a[1])))),
+      LANE_OP(andnotf, 'i', Each, X::put(o, O::andnotf(X::f(a[0]), X::f(a[1])))),
+      LANE_OP(selectf, 'i', Each, X::put(o, O::selectf(X::f(a[0]), X::f(a[1]), X::f(a[2])))),
   };
 #undef LANE_SHIFT
 #undef LANE_D2
