@@ -12,8 +12,6 @@ namespace L = lum::layout;
 
 namespace {
 
-constexpr Round kNear = Round::Nearest, kTrunc = Round::Trunc;
-
 // A byte step as a whole number of samples of T: the low bits dropped (a step
 // that is no multiple of the sample size rounds toward minus infinity).
 template <class T>
@@ -32,37 +30,18 @@ LumStatus rgbFamily(const T* pSrc, int srcStep, T* pDst, int dstStep, LumSize ro
 }
 
 // Rows of an RGB-family form on T: the block form over width & ~(Cover - 1),
-// the tail form on the rest, alpha kept in AC4.
+// the tail form on the rest, alpha kept in AC4. The 8u blocks also run sixteen
+// lanes at a time where the processor has AVX2.
 template <int Cover, class Block, class Tail, class T>
-using C3Run = BlockThenTail<Cover, Block, Tail, L::RGBOf<T>, L::RGBOf<T>>;
+using C3Run = WideBlockThenTail<Cover, Block, Tail, L::RGBOf<T>, L::RGBOf<T>>;
 template <int Cover, class Block, class Tail, class T>
-using AC4Run = BlockThenTail<Cover, Block, Tail, L::RGBAOf<T>, L::RGBAOf<T>>;
+using AC4Run = WideBlockThenTail<Cover, Block, Tail, L::RGBAOf<T>, L::RGBAOf<T>>;
 
-// RGB to HLS: blocks round to nearest, tails truncate (8u AC4 tails round);
-// the 8u blocks divide by the bare estimate, everything else refines it once.
-template <class T>
-using FwdBlock = HlsFwd<T, std::is_same_v<T, Lum8u> ? Div::Bare : Div::Refined, kNear, true>;
-template <class T>
-using FwdTail = HlsFwd<T, Div::Refined, kTrunc, false>;
-using FwdTail8uAC4 = HlsFwd<Lum8u, Div::Refined, kNear, false>;
-using Fwd32f = HlsFwd<Lum32f, Div::True, kNear, false>;
-
-// HLS to RGB: block formulas rounding to nearest; 8u tails truncate, 16u and 16s tails round.
-template <class T>
-using InvBlock = HlsInv<T, true, kNear, true>;
-template <class T>
-using InvTail = HlsInv<T, false, std::is_same_v<T, Lum8u> ? kTrunc : kNear, false>;
-using Inv32f = HlsInv<Lum32f, true, kNear, false>;
-
-// The BGR family truncates on both paths; 4 pixels a block.
-using BgrFwdBlock = HlsFwd<Lum8u, Div::Bare, kTrunc, true>;
-using BgrFwdTail = FwdTail<Lum8u>;
-using BgrInvBlock = HlsInv<Lum8u, true, kTrunc, true>;
-using BgrInvTail = InvTail<Lum8u>;
+// The BGR family: 4 pixels a block.
 template <class Src, class Dst, Alpha A>
-using BgrFwd = BlockThenTail<4, BgrFwdBlock, BgrFwdTail, Src, Dst, A>;
+using BgrFwd = WideBlockThenTail<4, BgrFwdBlock, FwdTail<Lum8u>, Src, Dst, A>;
 template <class Src, class Dst, Alpha A>
-using BgrInv = BlockThenTail<4, BgrInvBlock, BgrInvTail, Src, Dst, A>;
+using BgrInv = WideBlockThenTail<4, BgrInvBlock, InvTail<Lum8u>, Src, Dst, A>;
 
 // Planes of a BGR-ordered planar image as the form's channels R, G, B (and alpha).
 template <class P>

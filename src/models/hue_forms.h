@@ -478,4 +478,28 @@ struct HsvInv {
 
 #undef LUM_HUE_BLOCK8
 
+// ---------------------------------------------------------------------------
+// The forms of each path
+// ---------------------------------------------------------------------------
+
+// RGB to HLS: blocks round to nearest, tails truncate (8u AC4 tails round);
+// the 8u blocks divide by the bare estimate, everything else refines it once.
+template <class T>
+using FwdBlock = HlsFwd<T, std::is_same_v<T, Lum8u> ? Div::Bare : Div::Refined, Round::Nearest, true>;
+template <class T>
+using FwdTail = HlsFwd<T, Div::Refined, Round::Trunc, false>;
+using FwdTail8uAC4 = HlsFwd<Lum8u, Div::Refined, Round::Nearest, false>;
+using Fwd32f = HlsFwd<Lum32f, Div::True, Round::Nearest, false>;
+
+// HLS to RGB: block formulas rounding to nearest; 8u tails truncate, 16u and 16s tails round.
+template <class T>
+using InvBlock = HlsInv<T, true, Round::Nearest, true>;
+template <class T>
+using InvTail = HlsInv<T, false, std::is_same_v<T, Lum8u> ? Round::Trunc : Round::Nearest, false>;
+using Inv32f = HlsInv<Lum32f, true, Round::Nearest, false>;
+
+// The BGR family truncates on both paths.
+using BgrFwdBlock = HlsFwd<Lum8u, Div::Bare, Round::Trunc, true>;
+using BgrInvBlock = HlsInv<Lum8u, true, Round::Trunc, true>;
+
 }  // namespace lum::hue
