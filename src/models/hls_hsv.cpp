@@ -5,6 +5,7 @@
 #include "frame/check.h"
 #include "frame/kernel.h"
 #include "models/hue_forms.h"
+#include "models/hue_layouts.h"
 
 using namespace lum;
 using namespace lum::hue;
@@ -84,9 +85,9 @@ LumStatus lumiRGBToHLS_16s_C3R(const Lum16s* pSrc, int srcStep, Lum16s* pDst, in
 LumStatus lumiRGBToHLS_16s_AC4R(const Lum16s* pSrc, int srcStep, Lum16s* pDst, int dstStep, LumSize roi) {
   return rgbFamily<AC4Run<4, FwdBlock<Lum16s>, FwdTail<Lum16s>, Lum16s>>(pSrc, srcStep, pDst, dstStep, roi);
 }
-// No block path: every pixel by the scalar rule with true divisions.
+// One rule for every pixel, with true divisions (four lanes at a time compute the same).
 LumStatus lumiRGBToHLS_32f_C3R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roi) {
-  return rgbFamily<C3Run<1, NoBlock, Fwd32f, Lum32f>>(pSrc, srcStep, pDst, dstStep, roi);
+  return rgbFamily<TailOnly<Fwd32f, Rgb32f, Rgb32f>>(pSrc, srcStep, pDst, dstStep, roi);
 }
 LumStatus lumiRGBToHLS_32f_AC4R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roi) {
   return rgbFamily<AC4Run<1, NoBlock, Fwd32f, Lum32f>>(pSrc, srcStep, pDst, dstStep, roi);
@@ -115,7 +116,7 @@ LumStatus lumiHLSToRGB_16s_AC4R(const Lum16s* pSrc, int srcStep, Lum16s* pDst, i
 }
 // One set of formulas for the 4-pixel blocks and the tail; no clamp.
 LumStatus lumiHLSToRGB_32f_C3R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roi) {
-  return rgbFamily<C3Run<1, NoBlock, Inv32f, Lum32f>>(pSrc, srcStep, pDst, dstStep, roi);
+  return rgbFamily<TailOnly<Inv32f, Rgb32f, Rgb32f>>(pSrc, srcStep, pDst, dstStep, roi);
 }
 LumStatus lumiHLSToRGB_32f_AC4R(const Lum32f* pSrc, int srcStep, Lum32f* pDst, int dstStep, LumSize roi) {
   return rgbFamily<AC4Run<1, NoBlock, Inv32f, Lum32f>>(pSrc, srcStep, pDst, dstStep, roi);

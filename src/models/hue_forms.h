@@ -97,7 +97,6 @@ inline int toSample(float x) {
 // Lanes of the reciprocal a form multiplies by: the estimate, or the estimate refined once.
 template <Div D, class O, class F = typename O::F>
 inline F vrecip(F den) {
-  static_assert(D != Div::True, "lane blocks divide by estimates");
   const F e = O::rcpf(den);
   if constexpr (D == Div::Bare) return e;
   else return O::subf(O::addf(e, e), O::mulf(O::mulf(den, e), e));
@@ -196,21 +195,38 @@ struct HlsCore {
   }
   template <class O, class F = typename O::F>
   static void vblock(const F* rgb, F* hls) {
-    static_assert(!kIsFloat<T>, "the 32f forward form runs pixel by pixel");
     const F r = rgb[0], g = rgb[1], b = rgb[2];
     const F mx = O::maxf(O::maxf(r, g), b), mn = O::minf(O::minf(r, g), b);
     const F d = O::subf(mx, mn), s = O::addf(mx, mn);
     const F l = O::mulf(s, O::setf(0.5f));
     const F den = O::selectf(O::cmplef(l, O::setf(K::kMid)), s, O::subf(O::setf(K::kTwoMax), s));
-    const F sat = O::mulf(O::mulf(d, vrecip<D, O>(den)), O::setf(K::kFull));
-    const F k60 = O::setf(kDeg60), rd = vrecip<D, O>(d);
-    const F hr = O::mulf(O::mulf(O::subf(g, b), k60), rd);
-    const F hg = O::addf(O::mulf(O::mulf(O::subf(b, r), k60), rd), O::setf(kDeg120));
-    const F hb = O::addf(O::mulf(O::mulf(O::subf(r, g), k60), rd), O::setf(kDeg240));
+    F sat, rd;
+    if constexpr (D == Div::True) {
+      sat = O::divf(d, den);
+    } else {
+      sat = O::mulf(O::mulf(d, vrecip<D, O>(den)), O::setf(K::kFull));
+      rd = vrecip<D, O>(d);
+    }
+    // ((a) x 60) / d by the form's division.
+    const auto sector = [&](F a) {
+      const F t = O::mulf(a, O::setf(kDeg60));
+      if constexpr (D == Div::True) return O::divf(t, d);
+      else return O::mulf(t, rd);
+    };
+    const F hr = sector(O::subf(g, b));
+    const F hg = O::addf(sector(O::subf(b, r)), O::setf(kDeg120));
+    const F hb = O::addf(sector(O::subf(r, g)), O::setf(kDeg240));
     F h = O::selectf(O::cmpeqf(mx, r), hr, O::selectf(O::cmpeqf(mx, g), hg, hb));
     h = O::selectf(O::cmpltf(h, O::zerof()), O::addf(h, O::setf(kDeg360)), h);
-    const F gray = O::cmpeqf(d, O::zerof());
-    hls[0] = O::andnotf(gray, O::mulf(h, O::setf(K::kHuePerDeg)));
+    F gray;
+    if constexpr (kIsFloat<T>) {
+      gray = O::cmplef(d, O::setf(kGray32f));
+      h = O::divf(h, O::setf(kDeg360));
+    } else {
+      gray = O::cmpeqf(d, O::zerof());
+      h = O::mulf(h, O::setf(K::kHuePerDeg));
+    }
+    hls[0] = O::andnotf(gray, h);
     hls[1] = l;
     hls[2] = O::andnotf(gray, sat);
   }
@@ -232,7 +248,7 @@ struct HlsFwd {
     }
   }
   template <class O, class L>
-  static void vblock(const L* in, L* out) requires(Sat && !kIsFloat<T>) {
+  static void vblock(const L* in, L* out) requires(Sat || kIsFloat<T>) {
     vrun<T, R, O>(in, out, [](const auto* a, auto* f) { HlsCore<T, D>::template vblock<O>(a, f); });
   }
   LUM_HUE_BLOCK8(Sat && std::is_same_v<T, Lum8u>)

@@ -73,7 +73,8 @@ void forEachForm(Fn&& fn) {
   fn.template operator()<Px8<lum::hue::HlsFwd<Lum8u, lum::hue::Div::Bare, lum::hue::Round::Trunc, true>>>("HlsFwdBgr");
   fn.template operator()<Px8<lum::hue::HlsInv<Lum8u, true, lum::hue::Round::Nearest, true>>>("HlsInv8u");
   fn.template operator()<Px8<lum::hue::HlsInv<Lum8u, true, lum::hue::Round::Trunc, true>>>("HlsInvBgr");
-  fn.template operator()<PxF<lum::hue::HlsInv<Lum32f, true, lum::hue::Round::Nearest, false>>>("HlsInv32f");
+  fn.template operator()<PxF<lum::hue::Inv32f>>("HlsInv32f");
+  fn.template operator()<PxF<lum::hue::Fwd32f>>("HlsFwd32f");
   fn.template operator()<Px8<lum::hue::HsvFwd8u>>("HsvFwd8u");
   fn.template operator()<Px8<lum::hue::HsvInv<Lum8u>>>("HsvInv8u");
 }
