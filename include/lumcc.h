@@ -997,7 +997,15 @@ LUMAPI LumStatus lumiYCCToRGB_32f_AC4R(const Lum32f* pSrc, int srcStep, Lum32f* 
 /* Hexcone models, single precision inside. Hue: 8u 0..255, 16u 0..65535 (16s
    less 32768), 32f 0..1 for 0..360 degrees. The BGR family (8u) takes the B
    channel first, checks its steps (below 1 -> lumStatusBadStep) and copies alpha
-   in the AP4, AC4P4 and AP4C4 forms; its planar forms share one step. */
+   in the AP4, AC4P4 and AP4C4 forms; its planar forms share one step.
+   Statuses: lumStatusNullPointer (any pointer, plane pointers included), then
+   lumStatusBadSize (width or height below 1); the planar BGR family tests its
+   steps between the two, lumiBGRToHLS_8u_AC4R after the size. The RGB family
+   leaves steps unchecked (zero and negative steps allowed); its 16u, 16s and 32f
+   forms round each byte step down to whole samples. The AC4 forms of the RGB
+   family and lumiBGRToHLS_8u_AC4R leave destination alpha unwritten. No sample
+   outside the region is read or written. A refused call writes nothing.
+   lumiHLSToRGB_32f_* store results as computed, unclamped. */
 
 LUMAPI LumStatus lumiRGBToHLS_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roiSize);
 LUMAPI LumStatus lumiRGBToHLS_8u_AC4R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roiSize);

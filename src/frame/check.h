@@ -119,4 +119,14 @@ constexpr LumStatus bayer(const S* src, const D* dst, N imageW, N imageH, int mi
   if (grid < 0 || grid > 3) return lumStatusBadArgument;
   return lumStatusOk;
 }
+
+// ---- HLS and HSV
+// The planar HLS order: any pointer null (nullSeen) -> lumStatusNullPointer,
+// a step below 1 -> lumStatusBadStep, then size below 1 -> lumStatusBadSize.
+inline LumStatus nullStepSize(bool nullSeen, int srcStep, int dstStep, LumSize roi) {
+  if (nullSeen) return lumStatusNullPointer;
+  if (srcStep < 1 || dstStep < 1) return lumStatusBadStep;
+  return badSize(roi) ? lumStatusBadSize : lumStatusOk;
+}
+
 }  // namespace lum::check

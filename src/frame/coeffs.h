@@ -331,4 +331,27 @@ inline constexpr int kCrr = 112, kCrg = -94, kCrb = -18;
 
 }  // namespace ahd
 
+// ---------------------------------------------------------------------------
+// HLS and HSV: single-precision constants of the hexcone models.
+// ---------------------------------------------------------------------------
+namespace hue {
+
+// HLS and HSV forms
+// Hue sectors in degrees.
+inline constexpr float kDeg60 = 60.0f, kDeg120 = 120.0f, kDeg240 = 240.0f, kDeg360 = 360.0f;
+// 1/60: the sector width's reciprocal of the block paths (and of every path but the 8u HLS tails).
+inline constexpr float kPer60 = 0.016666667f;
+// Degrees to hue codes: 255/360 for 8u, 65535/360 for 16u and 16s.
+inline constexpr float kHue8uPerDeg = 0.7083333f, kHue16uPerDeg = 182.04167f;
+// Hue codes to degrees: 360/255 for 8u, 360/65535 for 16u and 16s, 360 for 32f.
+inline constexpr float kDegPer8u = 1.4117647f, kDegPer16u = 0.00549325f;
+// Code to 0..1: 1/255 and 1/65535.
+inline constexpr float kUnitPer8u = 0.003921569f, kUnitPer16u = 1.5259022e-5f;
+// Largest 32f spread max - min still taken as gray (FLT_EPSILON).
+inline constexpr float kGray32f = 1.1920929e-7f;
+// 8u HSV hue: one sector of the 0..255 circle (255 / 6).
+inline constexpr float kHsv8uSector = 42.5f;
+
+}  // namespace hue
+
 }  // namespace lum::coef

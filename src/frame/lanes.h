@@ -395,6 +395,9 @@ struct Emu {
   // ---- added for YCoCg
   // Byte lanes: a + b of unsigned bytes, saturated to 255.
   static V adds8u(V a, V b) { return mapBytes(a, b, [](int x, int y) { return x + y > 255 ? 255 : x + y; }); }
+  // ---- added for HLS and HSV
+  // Bitwise ~a & b of float lanes.
+  static F andnotf(F a, F b) { return castvf(andnot(castfv(a), castfv(b))); }
 };
 
 #if LUM_SIMD_SSE
@@ -544,6 +547,8 @@ struct Sse {
   static F andf(F a, F b) { return _mm_and_ps(a, b); }
   // ---- added for YCoCg
   static V adds8u(V a, V b) { return _mm_adds_epu8(a, b); }
+  // ---- added for HLS and HSV
+  static F andnotf(F a, F b) { return _mm_andnot_ps(a, b); }
 };
 
 // The 128-bit set of this build: the register where there is one.

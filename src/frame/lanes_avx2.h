@@ -195,6 +195,8 @@ struct Avx2 {
   static F andf(F a, F b) { return _mm256_and_ps(a, b); }
   // ---- added for YCoCg
   static V adds8u(V a, V b) { return _mm256_adds_epu8(a, b); }
+  // ---- added for HLS and HSV
+  static F andnotf(F a, F b) { return _mm256_andnot_ps(a, b); }
 };
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "lumachroma/forms_422.h"
 #include "lumachroma/forms_709.h"
 #include "lumachroma/forms_gray.h"
+#include "models/hue_forms.h"
 #include "support/form_check.h"
 
 namespace lumtest {
@@ -67,6 +68,15 @@ void forEachForm(Fn&& fn) {
   fn.template operator()<Cell<ChromaOf<BlkHCell>>>("CHCell");
   fn.template operator()<Px16<ChromaOf<BlkHPair>, 3, 2, 510>>("CHPair");
   fn.template operator()<Px16<ChromaOf<BlkHPairSigned>, 3, 2, 510>>("CHPairSigned");
+  // HLS and HSV
+  fn.template operator()<Px8<lum::hue::HlsFwd<Lum8u, lum::hue::Div::Bare, lum::hue::Round::Nearest, true>>>("HlsFwd8u");
+  fn.template operator()<Px8<lum::hue::HlsFwd<Lum8u, lum::hue::Div::Bare, lum::hue::Round::Trunc, true>>>("HlsFwdBgr");
+  fn.template operator()<Px8<lum::hue::HlsInv<Lum8u, true, lum::hue::Round::Nearest, true>>>("HlsInv8u");
+  fn.template operator()<Px8<lum::hue::HlsInv<Lum8u, true, lum::hue::Round::Trunc, true>>>("HlsInvBgr");
+  fn.template operator()<PxF<lum::hue::Inv32f>>("HlsInv32f");
+  fn.template operator()<PxF<lum::hue::Fwd32f>>("HlsFwd32f");
+  fn.template operator()<Px8<lum::hue::HsvFwd8u>>("HsvFwd8u");
+  fn.template operator()<Px8<lum::hue::HsvInv<Lum8u>>>("HsvInv8u");
 }
 
 // Every form of the list on lane set O; the failures, one per line.

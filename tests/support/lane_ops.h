@@ -135,6 +135,7 @@ std::vector<LaneOp> laneOps() {
       LANE_OP(cvtdf, 'f', Each, X::put(o, O::cvtdf(X::d(a[0]), X::d(a[1])))), LANE_D2(mind), LANE_D2(maxd),
       LANE_F2(andf),  // added for bit-depth reduction
       LANE_V2(adds8u),  // added for YCoCg
+      LANE_F2(andnotf),  // added for HLS and HSV
   };
 #undef LANE_SHIFT
 #undef LANE_D2
