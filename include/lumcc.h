@@ -911,7 +911,14 @@ LUMAPI LumStatus lumiLUVToBGR_32f_C3R(const Lum32f* pSrc, int srcStep, Lum32f* p
 /* Linear RGB <-> CIE L*a*b*, D65 white. 8u: L*2.55, a+128, b+128; 16u: L*655.35,
    (a+128)*255, (b+128)*255; 32f, 64f: L, a, b as they are. Planar forms take
    three planes and three steps on each side; the _L forms take long-size steps
-   and size, the others forward to them. */
+   and size, the others forward to them. The reverse direction cubes everywhere
+   (no linear segment), so dark colours do not round-trip exactly.
+   Statuses: lumStatusNullPointer for a null image pointer, plane pointer or
+   step array (a step array is refused before anything else is read), then
+   lumStatusBadSize for a width or height below 1. Steps are byte counts and
+   not checked; nothing is read or written outside the region. 8u and 16u
+   output is saturated in blocks of 4 pixels and stored by its low bits in the
+   0..3 pixels after them (the same for input in range). */
 
 LUMAPI LumStatus lumiRGBToLab_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roiSize);
 LUMAPI LumStatus lumiBGRToLab_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roiSize);
@@ -954,7 +961,13 @@ LUMAPI LumStatus lumiLabToRGB_64f_P3R_L(const Lum64f* const pSrc[3], const LumLo
 /* YCC                                                                        */
 /* -------------------------------------------------------------------------- */
 /* RGB <-> Photo YCC, neutral chroma at 156/255 and 137/255. 8u fixed point,
-   the other types single precision on the sample scale. */
+   the other types single precision on the sample scale. 16u and 16s round to
+   nearest in blocks of 4 pixels and add 0.49999 and truncate in the 0..3 pixels
+   after them; 32f forward does not clamp, 32f reverse clamps to 0..1. AC4: the
+   destination's alpha is never written. 16u, 16s and 32f steps count whole
+   samples (a byte step's low bits are dropped). Statuses: lumStatusNullPointer,
+   then lumStatusBadSize for a width or height below 1; steps are not checked;
+   nothing is read or written outside the region. */
 
 LUMAPI LumStatus lumiRGBToYCC_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roiSize);
 LUMAPI LumStatus lumiRGBToYCC_8u_AC4R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roiSize);

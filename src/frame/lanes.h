@@ -347,6 +347,14 @@ struct Emu {
     for (int i = 0; i < 2; ++i) r.l[i] = std::signbit(m.l[i]) ? a.l[i] : b.l[i];
     return r;
   }
+  // Pairs (t[2i], t[2i + 1]) of a table of floats for the 32-bit index lanes i:
+  // the first of each pair in a, the second in b.
+  static void pairsf(const float* t, V i, F& a, F& b) {
+    for (int k = 0; k < 4; ++k) {
+      a.l[k] = t[2 * std::ptrdiff_t(i.w(k))];
+      b.l[k] = t[2 * std::ptrdiff_t(i.w(k)) + 1];
+    }
+  }
 };
 
 #if LUM_SIMD_SSE
@@ -482,6 +490,13 @@ struct Sse {
   // ---- added for Lab
   static D cmpled(D a, D b) { return _mm_cmple_pd(a, b); }
   static D selectd(D m, D a, D b) { return _mm_blendv_pd(b, a, m); }
+  static void pairsf(const float* t, V i, F& a, F& b) {
+    const auto pair = [t](int k) { return reinterpret_cast<const double*>(t + 2 * std::ptrdiff_t(k)); };
+    const __m128 lo = _mm_castpd_ps(_mm_loadh_pd(_mm_load_sd(pair(_mm_cvtsi128_si32(i))), pair(_mm_extract_epi32(i, 1))));
+    const __m128 hi = _mm_castpd_ps(_mm_loadh_pd(_mm_load_sd(pair(_mm_extract_epi32(i, 2))), pair(_mm_extract_epi32(i, 3))));
+    a = _mm_shuffle_ps(lo, hi, _MM_SHUFFLE(2, 0, 2, 0));
+    b = _mm_shuffle_ps(lo, hi, _MM_SHUFFLE(3, 1, 3, 1));
+  }
 };
 
 // The 128-bit set of this build: the register where there is one.

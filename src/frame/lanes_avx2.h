@@ -176,6 +176,17 @@ struct Avx2 {
   // ---- added for Lab
   static D cmpled(D a, D b) { return _mm256_cmp_pd(a, b, _CMP_LE_OQ); }
   static D selectd(D m, D a, D b) { return _mm256_blendv_pd(b, a, m); }
+  // Eight 64-bit loads rather than gathers, which are slow on many processors.
+  static void pairsf(const float* t, V i, F& a, F& b) {
+    const auto pair = [t](int k) { return reinterpret_cast<const double*>(t + 2 * std::ptrdiff_t(k)); };
+    const auto two = [&](__m128i v, int j) {
+      return _mm_castpd_ps(_mm_loadh_pd(_mm_load_sd(pair(_mm_extract_epi32(v, j))), pair(_mm_extract_epi32(v, j + 1))));
+    };
+    const __m128i lo = _mm256_castsi256_si128(i), hi = _mm256_extracti128_si256(i, 1);
+    const __m256 p01 = _mm256_set_m128(two(hi, 0), two(lo, 0)), p23 = _mm256_set_m128(two(hi, 2), two(lo, 2));
+    a = _mm256_shuffle_ps(p01, p23, _MM_SHUFFLE(2, 0, 2, 0));
+    b = _mm256_shuffle_ps(p01, p23, _MM_SHUFFLE(3, 1, 3, 1));
+  }
 };
 
 }  // namespace

@@ -28,8 +28,11 @@ namespace cie = coef::cie;
 // (the index held inside the table) and N powers of the series k.
 template <int N, class O, class F = typename O::F>
 inline F cubeRootOf(F v, const float* series) {
+  static_assert(sizeof(models::PowLuvRow) == 2 * sizeof(float));
+  constexpr int kLast = int(models::kPowLuv128.size()) - 1;
+  const auto row = O::min32(O::max32(O::cvttfi(O::mulf(v, O::setf(cie::kRowScale))), O::set32(0)), O::set32(kLast));
   F c, r;
-  models::powLuvRows<O>(models::kPowLuv128, O::cvttfi(O::mulf(v, O::setf(cie::kRowScale))), c, r);
+  O::pairsf(reinterpret_cast<const float*>(models::kPowLuv128.data()), row, c, r);
   return models::cubeRoot<N, O>(c, r, v, series);
 }
 
