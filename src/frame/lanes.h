@@ -332,19 +332,15 @@ struct Emu {
 
  public:
   // ---- added for Lab
-  // All-ones double lanes where a <= b, zero where not or NaN.
-  static D cmpled(D a, D b) {
-    D r;
-    for (int i = 0; i < 2; ++i) {
-      const uint64_t u = a.l[i] <= b.l[i] ? ~uint64_t(0) : 0;
-      std::memcpy(&r.l[i], &u, 8);
-    }
+  // x where a <= b, else y (y where either is NaN), lane by lane.
+  static F leSelectf(F a, F b, F x, F y) {
+    F r;
+    for (int i = 0; i < 4; ++i) r.l[i] = a.l[i] <= b.l[i] ? x.l[i] : y.l[i];
     return r;
   }
-  // a where the sign bit of m's lane is set, else b.
-  static D selectd(D m, D a, D b) {
+  static D leSelectd(D a, D b, D x, D y) {
     D r;
-    for (int i = 0; i < 2; ++i) r.l[i] = std::signbit(m.l[i]) ? a.l[i] : b.l[i];
+    for (int i = 0; i < 2; ++i) r.l[i] = a.l[i] <= b.l[i] ? x.l[i] : y.l[i];
     return r;
   }
   // Pairs (t[2i], t[2i + 1]) of a table of floats for the 32-bit index lanes i:
@@ -488,8 +484,8 @@ struct Sse {
   static F selectf(F m, F a, F b) { return _mm_blendv_ps(b, a, m); }
   static F absf(F a) { return _mm_and_ps(a, _mm_castsi128_ps(_mm_set1_epi32(0x7FFFFFFF))); }
   // ---- added for Lab
-  static D cmpled(D a, D b) { return _mm_cmple_pd(a, b); }
-  static D selectd(D m, D a, D b) { return _mm_blendv_pd(b, a, m); }
+  static F leSelectf(F a, F b, F x, F y) { return _mm_blendv_ps(y, x, _mm_cmple_ps(a, b)); }
+  static D leSelectd(D a, D b, D x, D y) { return _mm_blendv_pd(y, x, _mm_cmple_pd(a, b)); }
   static void pairsf(const float* t, V i, F& a, F& b) {
     const auto pair = [t](int k) { return reinterpret_cast<const double*>(t + 2 * std::ptrdiff_t(k)); };
     const __m128 lo = _mm_castpd_ps(_mm_loadh_pd(_mm_load_sd(pair(_mm_cvtsi128_si32(i))), pair(_mm_extract_epi32(i, 1))));

@@ -174,8 +174,8 @@ struct Avx2 {
   static F selectf(F m, F a, F b) { return _mm256_blendv_ps(b, a, m); }
   static F absf(F a) { return _mm256_and_ps(a, _mm256_castsi256_ps(_mm256_set1_epi32(0x7FFFFFFF))); }
   // ---- added for Lab
-  static D cmpled(D a, D b) { return _mm256_cmp_pd(a, b, _CMP_LE_OQ); }
-  static D selectd(D m, D a, D b) { return _mm256_blendv_pd(b, a, m); }
+  static F leSelectf(F a, F b, F x, F y) { return _mm256_blendv_ps(y, x, _mm256_cmp_ps(a, b, _CMP_LE_OQ)); }
+  static D leSelectd(D a, D b, D x, D y) { return _mm256_blendv_pd(y, x, _mm256_cmp_pd(a, b, _CMP_LE_OQ)); }
   // Eight 64-bit loads rather than gathers, which are slow on many processors.
   static void pairsf(const float* t, V i, F& a, F& b) {
     const auto pair = [t](int k) { return reinterpret_cast<const double*>(t + 2 * std::ptrdiff_t(k)); };

@@ -17,11 +17,7 @@ template <int Cover, class Block, class Tail, class Src, class Dst>
 struct WideModelRows {
   static void image(LumSize roi, const SrcPlanes& s, const DstPlanes& d) {
     const int blockEnd = roi.width & ~(Cover - 1);
-#if LUM_SIMD_SSE
-    const bool wide = useWide();
-#else
-    const bool wide = false;
-#endif
+    [[maybe_unused]] const bool wide = useWide();
     lanes::with128([&](auto o) {
       using O = decltype(o);
       for (int y = 0; y < roi.height; ++y) {
