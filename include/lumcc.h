@@ -75,7 +75,7 @@ enum LumStatusValue {
     lumStatusBadSize          = -6,   /**< a dimension is below the function's minimum, or a length below 1 */
     lumStatusNullPointer      = -8,   /**< a required pointer, or a plane pointer in an array, is null */
     lumStatusWrongState       = -13,  /**< a state record does not carry its tag */
-    lumStatusBadStep          = -16,  /**< a row step is below 1 (gamma, colour twist, planar HLS, 12-bit pack) */
+    lumStatusBadStep          = -16,  /**< a row step is below 1 (gamma, colour twist, planar and AC4 BGR HLS, 12-bit pack) */
     lumStatusBadLayout        = -47,  /**< the layout code is not an accepted one (lumiReduceBitsGetBufferSize) */
     lumStatusBadRange         = -49,  /**< the upper end of a value range does not exceed the lower (32f gamma) */
     lumStatusLevelsOutOfRange = -54,  /**< a level count is outside 2..256, or 2..65536 for 16-bit destinations */
@@ -929,7 +929,15 @@ LUMAPI LumStatus lumiLUVToBGR_32f_C3R(const Lum32f* pSrc, int srcStep, Lum32f* p
 /* Linear RGB <-> CIE L*a*b*, D65 white. 8u: L*2.55, a+128, b+128; 16u: L*655.35,
    (a+128)*255, (b+128)*255; 32f, 64f: L, a, b as they are. Planar forms take
    three planes and three steps on each side; the _L forms take long-size steps
-   and size, the others forward to them. */
+   and size, the others forward to them. The reverse direction cubes everywhere
+   (no linear segment), so dark colours do not round-trip exactly.
+   Statuses: lumStatusNullPointer for a null image pointer, plane pointer or
+   step array (a step array is refused before anything else is read), then
+   lumStatusBadSize for a width or height below 1. Steps are byte counts and
+   not checked; nothing is read or written outside the region. The forward
+   forms' 8u and 16u output is saturated in blocks of 4 pixels and stored by its
+   low bits in the 0..3 pixels after them (the same for input in range); the
+   reverse forms clamp everywhere. */
 
 LUMAPI LumStatus lumiRGBToLab_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roiSize);
 LUMAPI LumStatus lumiBGRToLab_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roiSize);
@@ -972,7 +980,13 @@ LUMAPI LumStatus lumiLabToRGB_64f_P3R_L(const Lum64f* const pSrc[3], const LumLo
 /* YCC                                                                        */
 /* -------------------------------------------------------------------------- */
 /* RGB <-> Photo YCC, neutral chroma at 156/255 and 137/255. 8u fixed point,
-   the other types single precision on the sample scale. */
+   the other types single precision on the sample scale. 16u and 16s round to
+   nearest in blocks of 4 pixels and add 0.49999 and truncate in the 0..3 pixels
+   after them; 32f forward does not clamp, 32f reverse clamps to 0..1. AC4: the
+   destination's alpha is never written. 16u, 16s and 32f steps count whole
+   samples (a byte step's low bits are dropped). Statuses: lumStatusNullPointer,
+   then lumStatusBadSize for a width or height below 1; steps are not checked;
+   nothing is read or written outside the region. */
 
 LUMAPI LumStatus lumiRGBToYCC_8u_C3R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roiSize);
 LUMAPI LumStatus lumiRGBToYCC_8u_AC4R(const Lum8u* pSrc, int srcStep, Lum8u* pDst, int dstStep, LumSize roiSize);
@@ -1419,8 +1433,8 @@ LUMAPI LumStatus lumiCFAToRGB_16u_C1C3R(const Lum16u* pSrc, LumRect srcRect, Lum
     Lum16u* pDst, int dstStep, LumCfaGrid cfaGrid);
 /** VNG demosaic to B, G, R and an untouched fourth sample; pScale: 3 gains for B, G, R, or null; image below 5x5
  *  -> lumStatusBadSize. Pixels within two of the image's edges repeat the nearest computed pixel; when the region
- *  ends within two pixels of the image's right (bottom) edge, the columns (rows) up to that edge are written even
- *  where they lie past the region, so the destination must reach them. A region with no pixel at least two from
+ *  ends within two pixels of the image's right (bottom) edge, the border copies reach one column (row) past the
+ *  region, toward that edge: the destination must hold that column (row). A region with no pixel at least two from
  *  every edge writes nothing. */
 LUMAPI LumStatus lumiCFAToBGRA_VNG_8u_C1C4R(const Lum8u* pSrc, LumRect srcRect, LumSize imageSize, int srcStep,
     const Lum32f* pScale, Lum8u* pDst, int dstStep, LumCfaGrid cfaGrid);
@@ -1429,8 +1443,8 @@ LUMAPI LumStatus lumiCFAToBGRA_VNG_8u_C1C4R_L(const Lum8u* pSrc, LumRectL srcRec
     LumLong srcStep, const Lum32f* pScale, Lum8u* pDst, LumLong dstStep, LumCfaGrid cfaGrid);
 /** VNG demosaic to B, G, R and an untouched fourth sample; pScale: 3 gains for B, G, R, or null; image below 5x5
  *  -> lumStatusBadSize. Pixels within two of the image's edges repeat the nearest computed pixel; when the region
- *  ends within two pixels of the image's right (bottom) edge, the columns (rows) up to that edge are written even
- *  where they lie past the region, so the destination must reach them. A region with no pixel at least two from
+ *  ends within two pixels of the image's right (bottom) edge, the border copies reach one column (row) past the
+ *  region, toward that edge: the destination must hold that column (row). A region with no pixel at least two from
  *  every edge writes nothing. */
 LUMAPI LumStatus lumiCFAToBGRA_VNG_16u_C1C4R(const Lum16u* pSrc, LumRect srcRect, LumSize imageSize, int srcStep,
     const Lum32f* pScale, Lum16u* pDst, int dstStep, LumCfaGrid cfaGrid);

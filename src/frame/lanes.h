@@ -336,19 +336,15 @@ struct Emu {
 
  public:
   // ---- added for Lab
-  // All-ones double lanes where a <= b, zero where not or NaN.
-  static D cmpled(D a, D b) {
-    D r;
-    for (int i = 0; i < 2; ++i) {
-      const uint64_t u = a.l[i] <= b.l[i] ? ~uint64_t(0) : 0;
-      std::memcpy(&r.l[i], &u, 8);
-    }
+  // x where a <= b, else y (y where either is NaN), lane by lane.
+  static F leSelectf(F a, F b, F x, F y) {
+    F r;
+    for (int i = 0; i < 4; ++i) r.l[i] = a.l[i] <= b.l[i] ? x.l[i] : y.l[i];
     return r;
   }
-  // a where the sign bit of m's lane is set, else b.
-  static D selectd(D m, D a, D b) {
+  static D leSelectd(D a, D b, D x, D y) {
     D r;
-    for (int i = 0; i < 2; ++i) r.l[i] = std::signbit(m.l[i]) ? a.l[i] : b.l[i];
+    for (int i = 0; i < 2; ++i) r.l[i] = a.l[i] <= b.l[i] ? x.l[i] : y.l[i];
     return r;
   }
 
@@ -398,6 +394,15 @@ struct Emu {
   // ---- added for HLS and HSV
   // Bitwise ~a & b of float lanes.
   static F andnotf(F a, F b) { return castvf(andnot(castfv(a), castfv(b))); }
+  // ---- added for Lab
+  // Pairs (t[2i], t[2i + 1]) of a table of floats for the 32-bit index lanes i:
+  // the first of each pair in a, the second in b.
+  static void pairsf(const float* t, V i, F& a, F& b) {
+    for (int k = 0; k < 4; ++k) {
+      a.l[k] = t[2 * std::ptrdiff_t(i.w(k))];
+      b.l[k] = t[2 * std::ptrdiff_t(i.w(k)) + 1];
+    }
+  }
 };
 
 #if LUM_SIMD_SSE
@@ -530,9 +535,6 @@ struct Sse {
   static F cmpeqf(F a, F b) { return _mm_cmpeq_ps(a, b); }
   static F selectf(F m, F a, F b) { return _mm_blendv_ps(b, a, m); }
   static F absf(F a) { return _mm_and_ps(a, _mm_castsi128_ps(_mm_set1_epi32(0x7FFFFFFF))); }
-  // ---- added for Lab
-  static D cmpled(D a, D b) { return _mm_cmple_pd(a, b); }
-  static D selectd(D m, D a, D b) { return _mm_blendv_pd(b, a, m); }
 
   // ---- added for the power kernel
   static V castfv(F a) { return _mm_castps_si128(a); }
@@ -549,6 +551,16 @@ struct Sse {
   static V adds8u(V a, V b) { return _mm_adds_epu8(a, b); }
   // ---- added for HLS and HSV
   static F andnotf(F a, F b) { return _mm_andnot_ps(a, b); }
+  // ---- added for Lab
+  static F leSelectf(F a, F b, F x, F y) { return _mm_blendv_ps(y, x, _mm_cmple_ps(a, b)); }
+  static D leSelectd(D a, D b, D x, D y) { return _mm_blendv_pd(y, x, _mm_cmple_pd(a, b)); }
+  static void pairsf(const float* t, V i, F& a, F& b) {
+    const auto pair = [t](int k) { return reinterpret_cast<const double*>(t + 2 * std::ptrdiff_t(k)); };
+    const __m128 lo = _mm_castpd_ps(_mm_loadh_pd(_mm_load_sd(pair(_mm_cvtsi128_si32(i))), pair(_mm_extract_epi32(i, 1))));
+    const __m128 hi = _mm_castpd_ps(_mm_loadh_pd(_mm_load_sd(pair(_mm_extract_epi32(i, 2))), pair(_mm_extract_epi32(i, 3))));
+    a = _mm_shuffle_ps(lo, hi, _MM_SHUFFLE(2, 0, 2, 0));
+    b = _mm_shuffle_ps(lo, hi, _MM_SHUFFLE(3, 1, 3, 1));
+  }
 };
 
 // The 128-bit set of this build: the register where there is one.

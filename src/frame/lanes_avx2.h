@@ -173,9 +173,6 @@ struct Avx2 {
   static F cmpeqf(F a, F b) { return _mm256_cmp_ps(a, b, _CMP_EQ_OQ); }
   static F selectf(F m, F a, F b) { return _mm256_blendv_ps(b, a, m); }
   static F absf(F a) { return _mm256_and_ps(a, _mm256_castsi256_ps(_mm256_set1_epi32(0x7FFFFFFF))); }
-  // ---- added for Lab
-  static D cmpled(D a, D b) { return _mm256_cmp_pd(a, b, _CMP_LE_OQ); }
-  static D selectd(D m, D a, D b) { return _mm256_blendv_pd(b, a, m); }
 
   // ---- added for the power kernel
   static V castfv(F a) { return _mm256_castps_si256(a); }
@@ -197,6 +194,20 @@ struct Avx2 {
   static V adds8u(V a, V b) { return _mm256_adds_epu8(a, b); }
   // ---- added for HLS and HSV
   static F andnotf(F a, F b) { return _mm256_andnot_ps(a, b); }
+  // ---- added for Lab
+  static F leSelectf(F a, F b, F x, F y) { return _mm256_blendv_ps(y, x, _mm256_cmp_ps(a, b, _CMP_LE_OQ)); }
+  static D leSelectd(D a, D b, D x, D y) { return _mm256_blendv_pd(y, x, _mm256_cmp_pd(a, b, _CMP_LE_OQ)); }
+  // Eight 64-bit loads rather than gathers, which are slow on many processors.
+  static void pairsf(const float* t, V i, F& a, F& b) {
+    const auto pair = [t](int k) { return reinterpret_cast<const double*>(t + 2 * std::ptrdiff_t(k)); };
+    const auto two = [&](__m128i v, int j) {
+      return _mm_castpd_ps(_mm_loadh_pd(_mm_load_sd(pair(_mm_extract_epi32(v, j))), pair(_mm_extract_epi32(v, j + 1))));
+    };
+    const __m128i lo = _mm256_castsi256_si128(i), hi = _mm256_extracti128_si256(i, 1);
+    const __m256 p01 = _mm256_set_m128(two(hi, 0), two(lo, 0)), p23 = _mm256_set_m128(two(hi, 2), two(lo, 2));
+    a = _mm256_shuffle_ps(p01, p23, _MM_SHUFFLE(2, 0, 2, 0));
+    b = _mm256_shuffle_ps(p01, p23, _MM_SHUFFLE(3, 1, 3, 1));
+  }
 };
 
 }  // namespace

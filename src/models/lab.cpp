@@ -6,6 +6,7 @@
 // are never checked.
 #include "frame/check.h"
 #include "models/lab_forms.h"
+#include "models/lab_wide.h"
 #include "models/lab_ycc_public.h"
 
 using namespace lum;
@@ -20,6 +21,11 @@ using models::ModelRows;
 template <class Block, class Tail, class Src, class Dst, class S, class D>
 LumStatus interleaved(const S* pSrc, int srcStep, D* pDst, int dstStep, LumSize roi) {
   return labycc::packedCall<ModelRows<4, Block, Tail, Src, Dst>, 1>(pSrc, srcStep, pDst, dstStep, roi);
+}
+// Interleaved rows whose blocks also run on the 256-bit set (lab_avx2.cpp).
+template <class Block, class Tail, class Src, class Dst, class S, class D>
+LumStatus wide(const S* pSrc, int srcStep, D* pDst, int dstStep, LumSize roi) {
+  return labycc::packedCall<labycc::WideModelRows<4, Block, Tail, Src, Dst>, 1>(pSrc, srcStep, pDst, dstStep, roi);
 }
 // The same where the tail is the block's own formula.
 template <class Form, class Src, class Dst, class S, class D>
@@ -138,22 +144,22 @@ extern "C" {
 
 // ---- interleaved, forward
 LumStatus lumiRGBToLab_8u_C3R(const Lum8u* s, int ss, Lum8u* d, int ds, LumSize r) {
-  return interleaved<Fwd8u<false, true>, Lanewise<Fwd8u<false, false>, Lum8u, Lum8u>, RGBOf<Lum8u>, RGBOf<Lum8u>>(
+  return wide<Fwd8u<false, true>, Lanewise<Fwd8u<false, false>, Lum8u, Lum8u>, RGBOf<Lum8u>, RGBOf<Lum8u>>(
       s, ss, d, ds, r);
 }
 LumStatus lumiBGRToLab_8u_C3R(const Lum8u* s, int ss, Lum8u* d, int ds, LumSize r) {
-  return interleaved<Fwd8u<false, true>, Lanewise<Fwd8u<false, false>, Lum8u, Lum8u>, BGROf<Lum8u>, RGBOf<Lum8u>>(
+  return wide<Fwd8u<false, true>, Lanewise<Fwd8u<false, false>, Lum8u, Lum8u>, BGROf<Lum8u>, RGBOf<Lum8u>>(
       s, ss, d, ds, r);
 }
 LumStatus lumiBGRToLab_8u16u_C3R(const Lum8u* s, int ss, Lum16u* d, int ds, LumSize r) {
-  return interleaved<Fwd8u<true, true>, Lanewise<Fwd8u<true, false>, Lum8u, Lum16u>, BGROf<Lum8u>, RGBOf<Lum16u>>(
+  return wide<Fwd8u<true, true>, Lanewise<Fwd8u<true, false>, Lum8u, Lum16u>, BGROf<Lum8u>, RGBOf<Lum16u>>(
       s, ss, d, ds, r);
 }
 LumStatus lumiRGBToLab_32f_C3R(const Lum32f* s, int ss, Lum32f* d, int ds, LumSize r) {
-  return sameTail<Fwd32f, RGBOf<Lum32f>, RGBOf<Lum32f>>(s, ss, d, ds, r);
+  return wide<Fwd32f, Lanewise<Fwd32f, Lum32f, Lum32f>, RGBOf<Lum32f>, RGBOf<Lum32f>>(s, ss, d, ds, r);
 }
 LumStatus lumiBGRToLab_32f_C3R(const Lum32f* s, int ss, Lum32f* d, int ds, LumSize r) {
-  return sameTail<Fwd32f, BGROf<Lum32f>, RGBOf<Lum32f>>(s, ss, d, ds, r);
+  return wide<Fwd32f, Lanewise<Fwd32f, Lum32f, Lum32f>, BGROf<Lum32f>, RGBOf<Lum32f>>(s, ss, d, ds, r);
 }
 
 // ---- interleaved, reverse

@@ -28,23 +28,29 @@ namespace cie = coef::cie;
 // (the index held inside the table) and N powers of the series k.
 template <int N, class O, class F = typename O::F>
 inline F cubeRootOf(F v, const float* series) {
+  static_assert(sizeof(models::PowLuvRow) == 2 * sizeof(float));
+  constexpr int kLast = int(models::kPowLuv128.size()) - 1;
+  const auto row = O::min32(O::max32(O::cvttfi(O::mulf(v, O::setf(cie::kRowScale))), O::set32(0)), O::set32(kLast));
   F c, r;
-  models::powLuvRows<O>(models::kPowLuv128, O::cvttfi(O::mulf(v, O::setf(cie::kRowScale))), c, r);
+  O::pairsf(reinterpret_cast<const float*>(models::kPowLuv128.data()), row, c, r);
   return models::cubeRoot<N, O>(c, r, v, series);
 }
 
 // L, a, b of white-scaled x, y, z: f(v) = 7.787 v + 0.13793103 at or below the
 // break, else the cube root; L = 903.3 y there, else 116 f(y) - 16.
 template <int N, class O, class F = typename O::F>
+inline F segmentOf(F v, F brk, const float* series) {
+  const F root = cubeRootOf<N, O>(v, series);
+  const F lin = O::addf(O::mulf(O::setf(k::kSlope), v), O::setf(k::kOffset));
+  return O::leSelectf(v, brk, lin, root);
+}
+template <int N, class O, class F = typename O::F>
 inline void labOf(F x, F y, F z, const float* series, F out[3]) {
   const F brk = O::setf(cie::kYBreak);
-  const auto f = [&](F v) {
-    return O::selectf(O::cmplef(v, brk), O::addf(O::mulf(O::setf(k::kSlope), v), O::setf(k::kOffset)),
-                      cubeRootOf<N, O>(v, series));
-  };
-  const F fx = f(x), fy = f(y), fz = f(z);
-  out[0] = O::selectf(O::cmplef(y, brk), O::mulf(O::setf(cie::kLinearL), y),
-                      O::subf(O::mulf(O::setf(cie::kCubeL), fy), O::setf(cie::kCubeOff)));
+  const F fx = segmentOf<N, O>(x, brk, series), fy = segmentOf<N, O>(y, brk, series);
+  const F fz = segmentOf<N, O>(z, brk, series);
+  out[0] = O::leSelectf(y, brk, O::mulf(O::setf(cie::kLinearL), y),
+                        O::subf(O::mulf(O::setf(cie::kCubeL), fy), O::setf(cie::kCubeOff)));
   out[1] = O::mulf(O::setf(k::kA), O::subf(fx, fy));
   out[2] = O::mulf(O::setf(k::kB), O::subf(fy, fz));
 }
@@ -206,12 +212,12 @@ struct Fwd64f {
     const D z = O::muld(mat3RowD<O>(cie::kRGBToXYZ[2], in[0], in[1], in[2]), O::setd(k::kWhiteZ64));
     const D brk = O::setd(k::kBreak64);
     const auto f = [&](D v, D root) {
-      return O::selectd(O::cmpled(v, brk), O::addd(O::muld(O::setd(k::kSlope64), v), O::setd(k::kOffset64)), root);
+      return O::leSelectd(v, brk, O::addd(O::muld(O::setd(k::kSlope64), v), O::setd(k::kOffset64)), root);
     };
     const D ry = cbrt53<O>(y);
     const D fx = f(x, cbrt53<O>(x)), fy = f(y, ry), fz = f(z, cbrt53<O>(z));
-    out[0] = O::selectd(O::cmpled(y, brk), O::muld(O::setd(k::kLinearL64), y),
-                        O::subd(O::muld(O::setd(double(cie::kCubeL)), ry), O::setd(double(cie::kCubeOff))));
+    out[0] = O::leSelectd(y, brk, O::muld(O::setd(k::kLinearL64), y),
+                          O::subd(O::muld(O::setd(double(cie::kCubeL)), ry), O::setd(double(cie::kCubeOff))));
     out[1] = O::muld(O::setd(double(k::kA)), O::subd(fx, fy));
     out[2] = O::muld(O::setd(double(k::kB)), O::subd(fy, fz));
   }

@@ -127,7 +127,6 @@ std::vector<LaneOp> laneOps() {
       LANE_OP(sumd, 'd', None, X::scalar(o, O::sumd(X::d(a[0])))),
       LANE_V2(evens16), LANE_V2(odds16), LANE_V2(slideUp16),
       LANE_F2(cmplef), LANE_F2(cmpeqf), LANE_OP(selectf, 'f', Each, X::put(o, O::selectf(X::f(a[0]), X::f(a[1]), X::f(a[2])))), LANE_OP(absf, 'f', Each, X::put(o, O::absf(X::f(a[0])))),
-      LANE_D2(cmpled), LANE_OP(selectd, 'd', Each, X::put(o, O::selectd(X::d(a[0]), X::d(a[1]), X::d(a[2])))),
       // ---- added for the power kernel
       LANE_OP(castfv / castvf, 'i', Each, X::put(o, O::castfv(O::castvf(X::v(a[0]))))),
       LANE_OP(cmpltf, 'i', Each, X::put(o, O::castfv(O::cmpltf(X::f(a[0]), X::f(a[1]))))),
@@ -136,6 +135,8 @@ std::vector<LaneOp> laneOps() {
       LANE_F2(andf),  // added for bit-depth reduction
       LANE_V2(adds8u),  // added for YCoCg
       LANE_F2(andnotf),  // added for HLS and HSV
+      LANE_OP(leSelectf, 'f', Each, X::put(o, O::leSelectf(X::f(a[0]), X::f(a[1]), X::f(a[2]), X::f(a[1])))), LANE_OP(leSelectd, 'd', Each, X::put(o, O::leSelectd(X::d(a[0]), X::d(a[1]), X::d(a[2]), X::d(a[0])))),
+      LANE_OP(pairsf, 'f', Each, static const auto t = [] { std::vector<float> v(64); for (int i = 0; i < 64; ++i) v[size_t(i)] = 1.5f * float(i) - 7.0f; return v; }(); typename O::F x, y; O::pairsf(t.data(), O::and_(X::v(a[0]), O::set32(31)), x, y); X::put(o, x); X::put(o + N, y)),
   };
 #undef LANE_SHIFT
 #undef LANE_D2
