@@ -456,6 +456,13 @@ TEST(GammaCbYCr, KnownAnswers) {
     for (int i = 0; i < 2; ++i) EXPECT_EQ(out[4 + i], k.odd[i]) << int(k.r) << " odd byte " << i;
     EXPECT_EQ(out[6], 0xEE);
   }
+  // A pair of two colours: chroma from the pair's mean, offset 128.5 (128.0
+  // would give Cb 117, Cr 87; the first pixel's colour alone Cb 182).
+  const Lum8u two[6] = {90, 40, 220, 0, 255, 0};
+  Lum8u out[4];
+  ASSERT_EQ(lumiRGBToCbYCr422Gamma_8u_C3C2R(two, 6, out, 4, LumSize{2, 1}), lumStatusOk);
+  const int want[4] = {118, 127, 88, 145};
+  for (int i = 0; i < 4; ++i) EXPECT_EQ(out[i], want[i]) << "byte " << i;
 }
 
 }  // namespace
