@@ -113,8 +113,8 @@ int run(const std::vector<std::string>& args) {
 
 const bool kRegistered = registerCommand(
     {"demosaic",
-     "demosaic [--method bilinear|vng|ahd] [--grid bggr|rggb|gbrg|grbg] [--bits 8|16] [--size WxH] IN OUT.ppm\n"
-     "  a Bayer image (PGM, or raw samples of --bits with --size, little-endian) to RGB",
+     "[--method bilinear|vng|ahd] [--grid bggr|rggb|gbrg|grbg] [--bits 8|16] [--size WxH] IN OUT.ppm\n"
+     "a Bayer image (PGM, or raw samples of --bits with --size, little-endian) to RGB",
      run});
 
 }  // namespace

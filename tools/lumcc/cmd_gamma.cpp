@@ -46,7 +46,7 @@ int runGamma(const std::vector<std::string>& args) {
 }
 
 const bool kRegistered = registerCommand(
-    {"gamma", "gamma [--inverse] [--float] IN.ppm OUT.ppm   BT.709 transfer function (8u tables, or 32f on 0..1)",
+    {"gamma", "[--inverse] [--float] IN.ppm OUT.ppm\nBT.709 transfer function (8u tables, or 32f on 0..1)",
      runGamma});
 
 }  // namespace

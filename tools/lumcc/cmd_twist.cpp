@@ -122,13 +122,13 @@ int pack12(const std::vector<std::string>& args, bool pack) {
 }
 
 const bool kRegistered = [] {
-  registerCommand({"twist", "twist r0c0,r0c1,...,r2c3 IN.ppm OUT.ppm   3x4 colour twist (fourth column: offset)", twist});
+  registerCommand({"twist", "r0c0,r0c1,...,r2c3 IN.ppm OUT.ppm\n3x4 colour twist (fourth column: offset)", twist});
   registerCommand({"tonemap",
-                   "tonemap linear|mean --size WxH IN.f32 OUT.pgm   float plane to 8 bits by its maximum or twice its mean",
+                   "linear|mean --size WxH IN.f32 OUT.pgm\nfloat plane to 8 bits by its maximum or twice its mean",
                    tonemap});
-  registerCommand({"pack12", "pack12 --size WxH IN.raw16 OUT.raw12   16-bit words to dense 12-bit rows",
+  registerCommand({"pack12", "--size WxH IN.raw16 OUT.raw12\n16-bit words to dense 12-bit rows",
                    [](const std::vector<std::string>& a) { return pack12(a, true); }});
-  registerCommand({"unpack12", "unpack12 --size WxH IN.raw12 OUT.raw16   dense 12-bit rows to 16-bit words",
+  registerCommand({"unpack12", "--size WxH IN.raw12 OUT.raw16\ndense 12-bit rows to 16-bit words",
                    [](const std::vector<std::string>& a) { return pack12(a, false); }});
   return true;
 }();
