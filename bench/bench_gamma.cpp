@@ -12,20 +12,6 @@
 namespace lumbench {
 namespace {
 
-// A plane of T samples, floats in 0..1.
-template <class T>
-std::shared_ptr<Plane> samples(int perRow, int rows, uint32_t seed) {
-  auto p = std::make_shared<Plane>(perRow * int(sizeof(T)), rows, seed);
-  if constexpr (std::is_floating_point_v<T>) {
-    std::mt19937 rng(seed);
-    for (size_t i = 0; i + sizeof(T) <= p->bytes.size(); i += sizeof(T)) {
-      const T v = T(rng() % 1000) / T(1000);
-      std::memcpy(p->bytes.data() + i, &v, sizeof(T));
-    }
-  }
-  return p;
-}
-
 template <class T>
 T* at(Plane& p) {
   return reinterpret_cast<T*>(p.data());
@@ -35,8 +21,8 @@ T* at(Plane& p) {
 template <class T, class F>
 MakeWork packedWork(int ch, F f) {
   return [=](Size s) {
-    auto src = samples<T>(s.w * ch, s.h, 1);
-    auto dst = samples<T>(s.w * ch, s.h, 2);
+    auto src = typedPlane<T>(s.w * ch, s.h, 1);
+    auto dst = typedPlane<T>(s.w * ch, s.h, 2);
     return Work([=] { f(at<T>(*src), src->step, at<T>(*dst), dst->step, LumSize{s.w, s.h}); });
   };
 }
@@ -46,7 +32,7 @@ template <class T, class F>
 MakeWork planarWork(F f) {
   return [=](Size s) {
     std::vector<std::shared_ptr<Plane>> planes;
-    for (uint32_t k = 0; k < 6; ++k) planes.push_back(samples<T>(s.w, s.h, k + 1));
+    for (uint32_t k = 0; k < 6; ++k) planes.push_back(typedPlane<T>(s.w, s.h, k + 1));
     return Work([=] {
       const T* src[3] = {at<T>(*planes[0]), at<T>(*planes[1]), at<T>(*planes[2])};
       T* dst[3] = {at<T>(*planes[3]), at<T>(*planes[4]), at<T>(*planes[5])};

@@ -16,21 +16,6 @@
 namespace lumbench {
 namespace {
 
-// A plane of T samples with a 64-byte aligned step, holding plausible values
-// (floats in 0..1, so no denormals or NaNs skew the timing).
-template <class T>
-std::shared_ptr<Plane> typedPlane(int samplesPerRow, int rows, uint32_t seed) {
-  auto p = std::make_shared<Plane>(samplesPerRow * int(sizeof(T)), rows, seed);
-  if constexpr (std::is_floating_point_v<T>) {
-    std::mt19937 rng(seed);
-    for (size_t i = 0; i + sizeof(T) <= p->bytes.size(); i += sizeof(T)) {
-      const T v = T(rng() % 1000) / T(1000);
-      std::memcpy(p->bytes.data() + i, &v, sizeof(T));
-    }
-  }
-  return p;
-}
-
 // First 64-byte aligned byte of a plane (its buffer has 64 spare bytes), as
 // OpenCV's matrices are aligned.
 inline uint8_t* aligned64(Plane& p) {

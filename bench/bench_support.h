@@ -5,10 +5,12 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
+#include <cstring>
 #include <functional>
 #include <memory>
 #include <random>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "lumcc.h"
@@ -34,6 +36,21 @@ struct Plane {
     for (auto& b : bytes) b = uint8_t(rng());
   }
 };
+
+// A plane of T samples with a 64-byte aligned step, holding plausible values
+// (floats in 0..1, so no denormals or NaNs skew the timing).
+template <class T>
+std::shared_ptr<Plane> typedPlane(int samplesPerRow, int rows, uint32_t seed) {
+  auto p = std::make_shared<Plane>(samplesPerRow * int(sizeof(T)), rows, seed);
+  if constexpr (std::is_floating_point_v<T>) {
+    std::mt19937 rng(seed);
+    for (size_t i = 0; i + sizeof(T) <= p->bytes.size(); i += sizeof(T)) {
+      const T v = T(rng() % 1000) / T(1000);
+      std::memcpy(p->bytes.data() + i, &v, sizeof(T));
+    }
+  }
+  return p;
+}
 
 // One timed call over a whole image of the given size.
 using Work = std::function<void()>;

@@ -15,15 +15,6 @@ namespace {
 
 using B = Buffers;
 
-template <class T>
-const T* S(const B& b) {
-  return static_cast<const T*>(b.src);
-}
-template <class T>
-T* D(const B& b) {
-  return static_cast<T*>(b.dst);
-}
-
 // Finite float samples with fractions, so that vector and scalar paths compare
 // bit for bit (NaN payloads are not part of any contract).
 template <class F>

@@ -16,15 +16,6 @@ namespace {
 
 using B = Buffers;
 
-template <class T>
-const T* S(const B& b) {
-  return static_cast<const T*>(b.src);
-}
-template <class T>
-T* D(const B& b) {
-  return static_cast<T*>(b.dst);
-}
-
 // Float samples: mostly in -0.5..1.5 (out of gamut on both sides), some edges
 // (+-0, +-inf, NaN, huge, tiny). The NaN is the processor's default NaN, so that
 // no result depends on which of two NaN operands an operation passes on.

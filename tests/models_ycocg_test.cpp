@@ -15,14 +15,6 @@ namespace {
 using B = Buffers;
 
 template <class T>
-const T* S(const B& b) {
-  return static_cast<const T*>(b.src);
-}
-template <class T>
-T* D(const B& b) {
-  return static_cast<T*>(b.dst);
-}
-template <class T>
 const T* const* SP(const B& b) {
   return static_cast<const T* const*>(b.src);
 }

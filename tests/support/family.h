@@ -80,6 +80,16 @@ struct Buffers {
   uint8_t* dstPtr() const { return static_cast<uint8_t*>(dst); }
 };
 
+// A packed image's first sample as the function's sample type.
+template <class T>
+const T* S(const Buffers& b) {
+  return static_cast<const T*>(b.src);
+}
+template <class T>
+T* D(const Buffers& b) {
+  return static_cast<T*>(b.dst);
+}
+
 using CallFn = std::function<LumStatus(const Buffers&, LumSize)>;
 // Fills one source image with test data (default: random bytes).
 using FillFn = std::function<void(GuardedImage&, std::mt19937&)>;
